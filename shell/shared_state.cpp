@@ -1,0 +1,101 @@
+#include "shell/shared_state.h"
+
+namespace ombrelay {
+
+Host* g_oHost{};
+std::int16_t g_iTargetAddress{};
+std::uint8_t g_bZenoMAC{};
+Platform* g_oPlatform{};
+std::string g_sPluginFolder{};
+std::string g_sDeviceNumber{};
+std::string g_sFirmwareVersion{};
+std::string g_sFirmwareType{};
+std::string g_sBuildNumber{};
+std::int16_t g_iNumCells{};
+std::int32_t g_iDFType{};
+bool g_bIntTSSupported{};
+bool g_bTS1Supported{};
+bool g_bTS2Supported{};
+bool g_bTS3Supported{};
+bool g_bTS4Supported{};
+bool g_bBatteryVSupported{};
+bool g_bPackVSupported{};
+bool g_bReadAltCellVoltages{};
+bool g_bRemoveCell4onDisplay{};
+bool g_bInternalTSandTS1only{};
+bool g_bUseDataflashMap2{};
+std::int16_t g_iManuDataCmd{};
+std::int16_t g_iDFAccessFlashCmd{};
+std::int16_t g_iExitCalCommand{};
+std::int16_t g_iOutputCalValuesCommand{};
+std::int16_t g_iOutputCalValuesforOffsetCommand{};
+std::int16_t g_iCalMode{};
+std::int16_t g_iKeldPlusCalFlag{};
+std::int16_t g_iKeldPlusCalFlagBitPos{};
+std::int16_t g_iNumSamples{};
+std::int16_t g_iRawCalDataBlockSize{};
+std::string g_sTS1ReadCommand{};
+std::string g_sTS2ReadCommand{};
+std::string g_sPackVoltageReadCommand{};
+std::string g_sDataFlashMapPath{};
+std::int16_t g_iCalSubclassID{};
+std::int16_t g_iSystemConfigAddress{};
+std::int16_t g_iSystemConfigurationParamLength{};
+std::int16_t g_iCCOffsetSamples{};
+std::array<std::uint8_t, kCalDataSize> g_abCalData{};
+std::array<MODBlock, kMODBlockCount> g_atMODBlocks{};
+std::array<MODBlock, kCalParameterRecords> g_atCalParameters{};
+bool g_bInCalMode{};
+float g_sngFlashReadDelay{};
+float g_sngFlashWriteDelay{};
+
+void ResetSharedState() {
+  g_oHost = {};
+  g_iTargetAddress = {};
+  g_bZenoMAC = {};
+  g_oPlatform = {};
+  g_sPluginFolder = {};
+  g_sDeviceNumber = {};
+  g_sFirmwareVersion = {};
+  g_sFirmwareType = {};
+  g_sBuildNumber = {};
+  g_iNumCells = {};
+  g_iDFType = {};
+  g_bIntTSSupported = {};
+  g_bTS1Supported = {};
+  g_bTS2Supported = {};
+  g_bTS3Supported = {};
+  g_bTS4Supported = {};
+  g_bBatteryVSupported = {};
+  g_bPackVSupported = {};
+  g_bReadAltCellVoltages = {};
+  g_bRemoveCell4onDisplay = {};
+  g_bInternalTSandTS1only = {};
+  g_bUseDataflashMap2 = {};
+  g_iManuDataCmd = {};
+  g_iDFAccessFlashCmd = {};
+  g_iExitCalCommand = {};
+  g_iOutputCalValuesCommand = {};
+  g_iOutputCalValuesforOffsetCommand = {};
+  g_iCalMode = {};
+  g_iKeldPlusCalFlag = {};
+  g_iKeldPlusCalFlagBitPos = {};
+  g_iNumSamples = {};
+  g_iRawCalDataBlockSize = {};
+  g_sTS1ReadCommand = {};
+  g_sTS2ReadCommand = {};
+  g_sPackVoltageReadCommand = {};
+  g_sDataFlashMapPath = {};
+  g_iCalSubclassID = {};
+  g_iSystemConfigAddress = {};
+  g_iSystemConfigurationParamLength = {};
+  g_iCCOffsetSamples = {};
+  g_abCalData = {};
+  g_atMODBlocks = {};
+  g_atCalParameters = {};
+  g_bInCalMode = {};
+  g_sngFlashReadDelay = {};
+  g_sngFlashWriteDelay = {};
+}
+
+}  // namespace ombrelay
