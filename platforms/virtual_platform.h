@@ -1,0 +1,64 @@
+#pragma once
+// The platform of tests and of the simulated bench without a screen: a virtual clock that only
+// Sleep and event pumping move, timer ticks fired when due, message boxes recorded.
+
+#include <cstdint>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "shell/platform.h"
+#include "sim/clock.h"
+
+namespace ombrelay {
+
+struct RecordedMessage {
+  std::string text;
+  MessageStyle style = MessageStyle::Plain;
+  std::string title;
+};
+
+class VirtualPlatform : public Platform {
+ public:
+  explicit VirtualPlatform(sim::VirtualClock& clock) : clock_(clock) {}
+  ~VirtualPlatform() override;
+  VirtualPlatform(const VirtualPlatform&) = delete;
+  VirtualPlatform& operator=(const VirtualPlatform&) = delete;
+
+  void MessageBox(const std::string& text, MessageStyle style, const std::string& title) override;
+  void Sleep(std::int32_t milliseconds) override;
+  float SecondsSinceMidnight() override;
+  void PumpEvents() override;
+  float Random() override;
+  void AttachTimer(Timer& timer) override;
+  void DetachTimer(Timer& timer) override;
+  void TimerChanged(Timer& timer) override;
+
+  // Every box shown so far, oldest first.
+  const std::vector<RecordedMessage>& Messages() const { return messages_; }
+  void ClearMessages() { messages_.clear(); }
+  // Called as each box is shown, while the caller waits for it to close.
+  std::function<void(const RecordedMessage&)> onMessage;
+
+  // How far one pump moves the clock: the time a pass of the event loop takes.
+  void SetPumpStepMs(std::int64_t milliseconds) { pumpStepMs_ = milliseconds; }
+  // Pumps until the clock has moved by milliseconds: the user waiting while timers tick.
+  void RunFor(std::int64_t milliseconds);
+
+ private:
+  struct ScheduledTimer {
+    Timer* timer;
+    std::int64_t dueMs;  // -1 while disabled
+  };
+  void FireDueTimers();
+  ScheduledTimer* Find(Timer& timer);
+
+  sim::VirtualClock& clock_;
+  std::int64_t pumpStepMs_ = 1;
+  std::vector<ScheduledTimer> timers_;
+  std::vector<RecordedMessage> messages_;
+  std::minstd_rand random_{12345};
+};
+
+}  // namespace ombrelay

@@ -1,0 +1,82 @@
+#pragma once
+// A smart-battery gas gauge on the bus, as the adapter sees it: word and block transfers by
+// command, bus errors it leaves behind, and the faults a bench can inject. It knows nothing of
+// the program that talks to it.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "sim/bus_faults.h"
+#include "sim/clock.h"
+#include "sim/command_set.h"
+#include "sim/family.h"
+#include "sim/identification.h"
+#include "sim/manufacturer_access.h"
+#include "sim/pending_errors.h"
+#include "sim/selected_block.h"
+
+namespace ombrelay::sim {
+
+class Gauge {
+ public:
+  static constexpr std::int16_t kAddress = 23;
+  static constexpr std::uint8_t kManufacturerAccessCommand = 0x00;
+  static constexpr std::uint8_t kRelativeStateOfCharge = 0x0D;
+  // Answers with what was last selected: identification, later dataflash rows and security.
+  static constexpr std::uint8_t kSharedDataCommand = 0x2F;
+  static constexpr std::uint16_t kDefaultStateOfCharge = 80;
+
+  Gauge(Family family, const Identity& identity, Clock& clock);
+  // Its commands hold on to its parts: it stays where it was made.
+  Gauge(const Gauge&) = delete;
+  Gauge& operator=(const Gauge&) = delete;
+
+  Family GetFamily() const { return family_; }
+  // The time the gauge's own counters and flash timings run on.
+  Clock& GetClock() const { return clock_; }
+
+  // The bus side. Nothing, or false, is a transfer the gauge did not acknowledge.
+  std::optional<std::uint16_t> ReadWord(std::uint8_t command);
+  bool WriteWord(std::uint8_t command, std::uint16_t word);
+  std::optional<Bytes> ReadBlock(std::uint8_t command);
+  bool WriteBlock(std::uint8_t command, std::span<const std::uint8_t> data);
+  // The oldest pending bus error, taken away; 0 when none is left.
+  std::int32_t TakePendingError() { return pendingErrors_.Take(); }
+
+  // From now on a word read of command answers value.
+  void SetWord(std::uint8_t command, std::uint16_t value);
+  void SetIdentificationBlock(Bytes block) { identification_.SetBlock(std::move(block)); }
+  const Bytes& IdentificationBlock() const { return identification_.Block(); }
+  // Bus errors left behind by each identification request.
+  void SetIdentificationRequestErrors(int count) { identification_.SetRequestErrors(count); }
+  void QueuePendingErrors(int count, std::int32_t code = PendingErrors::kBusError) {
+    pendingErrors_.Queue(count, code);
+  }
+  std::uint16_t ManufacturerAccessWord() const { return manufacturerAccess_.LastWord(); }
+
+  // Injected faults; see BusFaults.
+  void FailNext(Transfer kind, int count) { faults_.FailNext(kind, count); }
+  void AnswerNextBlockReadsWithLength(int count, std::uint8_t length) {
+    faults_.AnswerNextBlockReadsWithLength(count, length);
+  }
+  void SetDisconnected(bool disconnected) { faults_.SetDisconnected(disconnected); }
+
+  // For the gauge's parts that install commands, ManufacturerAccess words and selections.
+  CommandSet& Commands() { return commands_; }
+  ManufacturerAccess& GetManufacturerAccess() { return manufacturerAccess_; }
+  SelectedBlock& SharedData() { return sharedData_; }
+
+ private:
+  Family family_;
+  Clock& clock_;
+  BusFaults faults_;
+  PendingErrors pendingErrors_;
+  CommandSet commands_;
+  SelectedBlock sharedData_{commands_, kSharedDataCommand};
+  ManufacturerAccess manufacturerAccess_{commands_, kManufacturerAccessCommand};
+  Identification identification_;
+};
+
+}  // namespace ombrelay::sim

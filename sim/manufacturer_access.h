@@ -1,0 +1,34 @@
+#pragma once
+// The ManufacturerAccess command: the word register through which nearly every request reaches
+// the gauge. A written word may start an action (select a block, change a mode); the gauge's
+// parts register the words they understand.
+
+#include <cstdint>
+#include <functional>
+#include <map>
+
+#include "sim/command_set.h"
+
+namespace ombrelay::sim {
+
+class ManufacturerAccess {
+ public:
+  // Installs itself as the command's word read and word write.
+  ManufacturerAccess(CommandSet& commands, std::uint8_t command);
+  ManufacturerAccess(const ManufacturerAccess&) = delete;
+  ManufacturerAccess& operator=(const ManufacturerAccess&) = delete;
+
+  // What writing word does, from now on.
+  void On(std::uint16_t word, std::function<void()> action);
+  // The last word written, 0 before any; a read of the command answers it.
+  std::uint16_t LastWord() const { return lastWord_; }
+
+ private:
+  // Every word is acknowledged, as on a real gauge; one it does not know does nothing.
+  bool Write(std::uint16_t word);
+
+  std::map<std::uint16_t, std::function<void()>> actions_;
+  std::uint16_t lastWord_ = 0;
+};
+
+}  // namespace ombrelay::sim

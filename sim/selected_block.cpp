@@ -1,0 +1,20 @@
+#include "sim/selected_block.h"
+
+#include <utility>
+
+namespace ombrelay::sim {
+
+SelectedBlock::SelectedBlock(CommandSet& commands, std::uint8_t command) {
+  commands.OnReadBlock(command, [this]() -> std::optional<Bytes> {
+    return selected_.read ? selected_.read() : std::nullopt;
+  });
+  commands.OnWriteBlock(command, [this](std::span<const std::uint8_t> data) {
+    return selected_.write && selected_.write(data);
+  });
+}
+
+void SelectedBlock::Select(Source source) {
+  selected_ = std::move(source);
+}
+
+}  // namespace ombrelay::sim

@@ -1,0 +1,32 @@
+#pragma once
+// A data command that carries whatever the last selecting transfer chose. One such command
+// serves the identification block, the dataflash rows and the security exchanges in turn, so
+// its meaning is not the command's but the selection's.
+
+#include <cstdint>
+
+#include "sim/command_set.h"
+
+namespace ombrelay::sim {
+
+class SelectedBlock {
+ public:
+  struct Source {
+    CommandSet::BlockReader read;
+    // Empty when the selected data cannot be written: the write is not acknowledged.
+    CommandSet::BlockWriter write;
+  };
+
+  // Installs itself as the command's block read and block write. Until something is selected,
+  // neither is acknowledged.
+  SelectedBlock(CommandSet& commands, std::uint8_t command);
+  SelectedBlock(const SelectedBlock&) = delete;
+  SelectedBlock& operator=(const SelectedBlock&) = delete;
+
+  void Select(Source source);
+
+ private:
+  Source selected_;
+};
+
+}  // namespace ombrelay::sim
