@@ -1,0 +1,120 @@
+#include "panel/nbcal.h"
+
+#include "config/device_configuration.h"
+#include "config/identification.h"
+#include "shell/platform.h"
+#include "shell/shared_state.h"
+
+namespace ombrelay {
+namespace {
+
+constexpr std::int16_t kTargetAddress = 23;
+
+}  // namespace
+
+NBCal::NBCal(Host& parent, Platform& platform) : parent_(parent), platform_(platform) {
+  platform_.AttachTimer(tmrScan);
+}
+
+NBCal::~NBCal() {
+  platform_.DetachTimer(tmrScan);
+}
+
+bool NBCal::GetConfigSection(const std::string& sDevVer, std::string& sDeviceConfigSection,
+                             std::string& sVersionConfigSection) const {
+  return ombrelay::GetConfigSection(sDevVer, sDeviceConfigSection, sVersionConfigSection);
+}
+
+void NBCal::UserControl_Show() {
+  InitCalibrationControl();
+}
+
+void NBCal::UserControl_EnterFocus() {
+  chkUpdates.Value = m_bUpdatesChecked ? 1 : 0;
+}
+
+void NBCal::UserControl_ExitFocus() {
+  m_bUpdatesChecked = chkUpdates.Value == 1;
+  chkUpdates.Value = 0;
+}
+
+void NBCal::InitCalibrationControl() {
+  g_oHost = &parent_;
+  g_oPlatform = &platform_;
+  m_nTargetAddr = kTargetAddress;
+  StartupCalibrationPanel();
+}
+
+void NBCal::StartupCalibrationPanel() {
+  imgCalDoneBox.Visible = false;
+  m_bUpdatesChecked = false;
+  g_iTargetAddress = kTargetAddress;
+  m_nTargetAddr = kTargetAddress;
+  InitCalibrationPanelLayout();
+
+  if (CheckDeviceResponds() != 0) {
+    MsgBox(
+        "Unable to communicate with device.  Please ensure device is connected. After "
+        "communications is established, close and restart Quvara.  Device will auto detect "
+        "properly on startup.",
+        MessageStyle::Error);
+  }
+  ReadDeviceIdentification(g_iTargetAddress);
+  if (LoadConfigurationforDevice() != 0) return;
+
+  DisableCalibrationControls();
+  EnableCalibrationControls();
+}
+
+void NBCal::InitCalibrationPanelLayout() {
+  SStabCal.Tab = 0;
+  for (Picture& page : picCalibration) {
+    page.Top = 450;
+    page.Left = 0;
+    page.Height = 9200;
+    page.Width = 9950;
+  }
+  picCalibration[0].Visible = true;
+  picCalibration[1].Visible = false;
+  SetCalibrationButtonsEnabled(true);
+  AlignTemperatureControls();
+  lblVTCalibration.Caption =
+      "Voltage: Enter actual cell voltages using stack ground as reference.  Cells configured for "
+      "use are active. Check voltage calibration checkbox.\r\n\r\nTemperature: Enter actual "
+      "sensor temperatures.  Check to include in calibration.\r\nClick Voltage/Temperature "
+      "calibration button to calibrate.";
+  const PluginVersion version = OmbrelayVersion();
+  txtVersion.Caption = "Version: " + std::to_string(version.major) + "." +
+                       std::to_string(version.minor) + ".0." + std::to_string(version.revision) +
+                       " Tarvex Ombrelay";
+}
+
+void NBCal::DisableCalibrationControls() {
+  SetCalibrationButtonsEnabled(false);
+  SetCalibrationCheckboxesEnabled(false);
+}
+
+void NBCal::EnableCalibrationControls() {
+  SetCalibrationButtonsEnabled(true);
+  SetCalibrationCheckboxesEnabled(true);
+}
+
+void NBCal::SetCalibrationButtonsEnabled(bool enabled) {
+  for (Button* button :
+       {&btnCalCCCounter, &btnCalibrate, &btnPackVoltage, &btnBoardOffset, &btnPackCurrent}) {
+    button->Enabled = enabled;
+  }
+}
+
+void NBCal::SetCalibrationCheckboxesEnabled(bool enabled) {
+  chkVoltageCal.Enabled = enabled;
+  for (CheckBox& box : chkTemp)
+    box.Enabled = enabled;
+}
+
+void NBCal::AlignTemperatureControls() {
+  for (CheckBox& box : chkTemp)
+    box.Left = 200;
+}
+
+}  // namespace ombrelay

@@ -1,0 +1,35 @@
+#include "tests/support/sim_bench.h"
+
+#include <algorithm>
+
+#include "shell/shared_state.h"
+#include "sim/sample_gauges.h"
+
+namespace ombrelay::testing {
+
+SimBench::SimBench(std::optional<sim::Family> family, const std::string& appdir) {
+  ResetSharedState();
+  if (family) gauge = sim::MakeSampleGauge(*family, clock);
+  bus.Attach(gauge.get());
+  g_oHost = &host;
+  g_oPlatform = &platform;
+  g_iTargetAddress = 23;
+  g_sPluginFolder = appdir + "/plugins";
+}
+
+SimBench::~SimBench() { ResetSharedState(); }
+
+std::vector<std::string> SimBench::MessageTexts() const {
+  std::vector<std::string> texts;
+  for (const auto& message : platform.Messages()) texts.push_back(message.text);
+  return texts;
+}
+
+std::vector<BusOperation> SimBench::OperationsNamed(const std::string& op) const {
+  std::vector<BusOperation> named;
+  std::copy_if(host.Operations().begin(), host.Operations().end(), std::back_inserter(named),
+               [&](const BusOperation& operation) { return operation.op == op; });
+  return named;
+}
+
+}  // namespace ombrelay::testing

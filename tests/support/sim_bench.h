@@ -1,0 +1,41 @@
+#pragma once
+// A bench on a virtual clock: one simulated gauge (or none) on a recorded bus, the virtual
+// platform, and the shared state pointed at them and at an application directory.
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hosts/recording_host.h"
+#include "hosts/sim_host.h"
+#include "platforms/virtual_platform.h"
+#include "sim/clock.h"
+#include "sim/family.h"
+#include "sim/gauge.h"
+
+namespace ombrelay::testing {
+
+class SimBench {
+ public:
+  // With no family the bus has no gauge on it. appdir is the application directory holding
+  // config.ini; the shipped one by default.
+  explicit SimBench(std::optional<sim::Family> family = sim::Family::Morlin,
+                    const std::string& appdir = OMBRELAY_SOURCE_APPDIR);
+  ~SimBench();
+  SimBench(const SimBench&) = delete;
+  SimBench& operator=(const SimBench&) = delete;
+
+  // The texts of the boxes shown so far.
+  std::vector<std::string> MessageTexts() const;
+  // The recorded operations whose name is op.
+  std::vector<BusOperation> OperationsNamed(const std::string& op) const;
+
+  sim::VirtualClock clock;
+  VirtualPlatform platform{clock};
+  SimHost bus{clock};
+  RecordingHost host{bus, [this] { return clock.NowMs(); }};
+  std::unique_ptr<sim::Gauge> gauge;
+};
+
+}  // namespace ombrelay::testing
