@@ -1,0 +1,86 @@
+#include "app/bench_window.h"
+
+#include <QComboBox>
+#include <QDockWidget>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QToolBar>
+#include <nlohmann/json.hpp>
+
+#include "sim/sample_gauges.h"
+#include "ui/plugin_interface.h"
+
+namespace ombrelay {
+namespace {
+
+constexpr std::array kFamilies = {sim::Family::Keld, sim::Family::Quill, sim::Family::Morlin,
+                                  sim::Family::KeldPlus};
+// The bus log keeps the latest lines only: a scan adds dozens every two seconds.
+constexpr int kBusLogLines = 5000;
+constexpr int kBusLogHeight = 160;
+
+std::size_t IndexOf(sim::Family family) {
+  return static_cast<std::size_t>(family);
+}
+
+}  // namespace
+
+BenchWindow::BenchWindow(PanelPlugin& plugin, sim::Family family)
+    : simHost_(clock_), host_(simHost_, [this] { return clock_.NowMs(); }) {
+  for (const sim::Family each : kFamilies)
+    gauges_[IndexOf(each)] = sim::MakeSampleGauge(each, clock_);
+  simHost_.Attach(gauges_[IndexOf(family)].get());
+
+  MakeGaugeChoice(family);
+  MakeBusLog();
+  panel_ = plugin.CreateCalibrationPanel(host_, this);
+  setCentralWidget(panel_);
+  // No other gauge while a start-up is talking to this one.
+  gaugeChoice_->setEnabled(false);
+  plugin.OnStartupFinished(panel_, [this] { gaugeChoice_->setEnabled(true); });
+}
+
+void BenchWindow::MakeGaugeChoice(sim::Family family) {
+  QToolBar* bar = addToolBar("Gauge");
+  bar->setMovable(false);
+  bar->addWidget(new QLabel("Simulated gauge: ", bar));
+  gaugeChoice_ = new QComboBox(bar);
+  for (const sim::Family each : kFamilies) {
+    gaugeChoice_->addItem(QString::fromUtf8(sim::FamilyName(each)).toUpper(),
+                          static_cast<int>(each));
+  }
+  gaugeChoice_->setCurrentIndex(static_cast<int>(IndexOf(family)));
+  bar->addWidget(gaugeChoice_);
+  connect(gaugeChoice_, &QComboBox::activated, this, [this](int index) {
+    Attach(static_cast<sim::Family>(gaugeChoice_->itemData(index).toInt()));
+  });
+}
+
+void BenchWindow::MakeBusLog() {
+  auto* dock = new QDockWidget("Bus log", this);
+  dock->setObjectName("busLog");
+  dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+  busLog_ = new QPlainTextEdit(dock);
+  busLog_->setReadOnly(true);
+  busLog_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  busLog_->setMaximumBlockCount(kBusLogLines);
+  busLog_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  busLog_->setMinimumHeight(kBusLogHeight);
+  dock->setWidget(busLog_);
+  addDockWidget(Qt::BottomDockWidgetArea, dock);
+  host_.onOperation = [this](const BusOperation& operation) {
+    busLog_->appendPlainText(QString::fromStdString(ToJson(operation).dump()));
+    // The dock is the record: the host need not keep a second one that grows for ever.
+    host_.Clear();
+  };
+}
+
+void BenchWindow::Attach(sim::Family family) {
+  gaugeChoice_->setEnabled(false);
+  simHost_.Attach(gauges_[IndexOf(family)].get());
+  panel_->hide();
+  panel_->show();
+}
+
+}  // namespace ombrelay

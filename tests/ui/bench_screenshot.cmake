@@ -1,0 +1,16 @@
+# Runs the bench unattended on a simulated MORLIN and checks that it leaves a PNG screenshot.
+# Arguments: BENCH, the bench executable; SCREENSHOT, the file to write.
+file(REMOVE ${SCREENSHOT})
+execute_process(COMMAND ${BENCH} --sim morlin --screenshot ${SCREENSHOT}
+                RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "ombrelay-bench exited with ${status}")
+endif()
+if(NOT EXISTS ${SCREENSHOT})
+  message(FATAL_ERROR "no screenshot at ${SCREENSHOT}")
+endif()
+file(SIZE ${SCREENSHOT} size)
+file(READ ${SCREENSHOT} signature LIMIT 8 HEX)
+if(size EQUAL 0 OR NOT signature STREQUAL "89504e470d0a1a0a")
+  message(FATAL_ERROR "${SCREENSHOT} is not a PNG image")
+endif()

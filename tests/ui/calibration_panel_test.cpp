@@ -1,0 +1,114 @@
+#include "ui/calibration_panel.h"
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTabBar>
+#include <QTest>
+#include <sstream>
+
+#include "hosts/sim_host.h"
+#include "shell/shared_state.h"
+#include "sim/clock.h"
+#include "ui/qt_platform.h"
+
+namespace ombrelay {
+namespace {
+
+// The panel in a window beside a box of its own, with nothing on the bus.
+class CalibrationPanelTest : public ::testing::Test {
+ protected:
+  CalibrationPanelTest() {
+    g_sPluginFolder = OMBRELAY_SOURCE_APPDIR "/plugins";
+    g_oPlatform = &platform;
+    platform.SetUnattended(true);
+    platform.SetRefreshHook([this] { panel->Refresh(); });
+    auto* row = new QHBoxLayout(&window);
+    row->addWidget(panel);
+    row->addWidget(outside);
+  }
+  ~CalibrationPanelTest() override { ResetSharedState(); }
+
+  template <typename Widget>
+  Widget& Find(const char* name) {
+    auto* widget = panel->findChild<Widget*>(name);
+    EXPECT_NE(widget, nullptr) << name;
+    return *widget;
+  }
+
+  // Shows the window and waits for the panel's start-up to end.
+  void ShowAndStart() {
+    QSignalSpy finished(panel, &CalibrationPanel::startupFinished);
+    window.show();
+    ASSERT_TRUE(finished.wait(10000));
+    EXPECT_EQ(finished.count(), 1);
+  }
+
+  sim::RealClock clock;
+  SimHost host{clock};
+  std::ostringstream log;
+  QtPlatform platform{log};
+  QWidget window;
+  CalibrationPanel* panel = new CalibrationPanel(host, platform);
+  QLineEdit* outside = new QLineEdit;
+};
+
+TEST_F(CalibrationPanelTest, ShowRunsStartupAndTheViewFollows) {
+  const QLabel& version = Find<QLabel>("txtVersion");
+  EXPECT_TRUE(version.text().isEmpty()) << "start-up has not run before the show";
+
+  ShowAndStart();
+  EXPECT_EQ(
+      log.str().rfind("message: error: Unable to communicate with device.  Please ensure device is "
+                      "connected. After communications is established, close and restart Quvara.  "
+                      "Device will auto detect properly on startup.\n",
+                      0),
+      0u);
+  EXPECT_TRUE(version.text().startsWith("Version: "));
+  EXPECT_TRUE(version.text().endsWith(" Tarvex Ombrelay"));
+  EXPECT_TRUE(Find<QPushButton>("btnCalibrate").isEnabled());
+  EXPECT_EQ(Find<QTabBar>("SStabCal").tabText(0), "Voltage and Temperature");
+
+  // The pages stand where their twips put them, one of them shown.
+  const auto& page0 = Find<QWidget>("picCalibration(0)");
+  const auto& page1 = Find<QWidget>("picCalibration(1)");
+  EXPECT_EQ(page0.geometry(), QRect(0, 30, 663, 613));
+  EXPECT_TRUE(page0.isVisible());
+  EXPECT_FALSE(page1.isVisible());
+  EXPECT_EQ(Find<QLineEdit>("txtVoltage(3)").text(), "16000");
+  EXPECT_EQ(Find<QLineEdit>("txtVoltage(3)").maxLength(), 5);
+  EXPECT_TRUE(Find<QLineEdit>("txtCalMeasVoltage(0)").isReadOnly());
+  EXPECT_FALSE(Find<QWidget>("imgCalDoneBox").isVisible());
+
+  // Every show runs start-up again.
+  log.str({});
+  QSignalSpy finished(panel, &CalibrationPanel::startupFinished);
+  panel->hide();
+  panel->show();
+  ASSERT_TRUE(finished.wait(10000));
+  EXPECT_NE(log.str().find("Unable to communicate with device."), std::string::npos);
+}
+
+TEST_F(CalibrationPanelTest, LeavingThePanelSetsContinuousUpdatesAside) {
+  ShowAndStart();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QCheckBox& updates = Find<QCheckBox>("chkUpdates");
+  Find<QLineEdit>("txtVoltage(0)").setFocus();
+  updates.click();
+  ASSERT_TRUE(updates.isChecked());
+
+  outside->setFocus();
+  EXPECT_FALSE(updates.isChecked());
+
+  Find<QLineEdit>("txtActualTemp(1)").setFocus();
+  EXPECT_TRUE(updates.isChecked());
+}
+
+}  // namespace
+}  // namespace ombrelay

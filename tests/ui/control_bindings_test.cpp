@@ -1,0 +1,331 @@
+#include "ui/control_bindings.h"
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTabBar>
+#include <QTableWidget>
+#include <QTest>
+#include <QVBoxLayout>
+#include <sstream>
+
+#include "shell/controls.h"
+#include "shell/numeric.h"
+#include "shell/shared_state.h"
+#include "ui/qt_platform.h"
+
+namespace ombrelay {
+namespace {
+
+// Counts the property-change events a widget receives.
+class ChangeCounter : public QObject {
+ public:
+  int changes = 0;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::EnabledChange:
+      case QEvent::ToolTipChange:
+      case QEvent::ReadOnlyChange:
+      case QEvent::FontChange:
+      case QEvent::PaletteChange:
+      case QEvent::Show:
+      case QEvent::Hide:
+        ++changes;
+        break;
+      default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+class ControlBindingsTest : public ::testing::Test {
+ protected:
+  ControlBindingsTest() {
+    platform.SetUnattended(true);
+    g_oPlatform = &platform;
+    auto* layout = new QVBoxLayout(&window);
+    for (QWidget* widget : std::initializer_list<QWidget*>{&label, &frame, &picture, &button,
+                                                           &check, &edit, &tabs, &table})
+      layout->addWidget(widget);
+  }
+  ~ControlBindingsTest() override { ResetSharedState(); }
+
+  std::ostringstream log;
+  QtPlatform platform{log};
+
+  Label labelControl;
+  Frame frameControl;
+  Picture pictureControl;
+  Button buttonControl;
+  CheckBox checkControl;
+  TextBox textControl;
+  TabStrip tabControl;
+  Grid gridControl;
+
+  // The widgets outlive the bindings, as in a panel.
+  QWidget window;
+  QLabel label{&window};
+  QGroupBox frame{&window};
+  QWidget picture{&window};
+  QPushButton button{&window};
+  QCheckBox check{&window};
+  QLineEdit edit{&window};
+  QTabBar tabs{&window};
+  QTableWidget table{&window};
+  ControlBindings bindings;
+};
+
+TEST_F(ControlBindingsTest, RefreshShowsWhatTheControlsHold) {
+  labelControl.Caption = "Voltage: Enter.\r\n\r\nTemperature:";
+  frameControl.Caption = "Pack Calibration";
+  pictureControl.Visible = false;
+  buttonControl.Caption = "Calibrate &Board Offset";
+  buttonControl.Enabled = false;
+  buttonControl.ToolTipText = "Go to first page. ";
+  checkControl.Caption = "Ext 1 Temp";
+  checkControl.Value = 1;
+  textControl.Text = "12000";
+  textControl.Locked = true;
+  textControl.MaxLength = 5;
+  textControl.ForeColor = 0xFF0000;
+  tabControl.TabCaptions = {"Voltage and Temperature", "Current"};
+  tabControl.Tab = 1;
+  bindings.Bind(label, labelControl);
+  bindings.Bind(frame, frameControl);
+  bindings.Bind(picture, pictureControl);
+  bindings.Bind(button, buttonControl);
+  bindings.Bind(check, checkControl);
+  bindings.Bind(edit, textControl);
+  bindings.Bind(tabs, tabControl);
+  window.show();
+  bindings.Refresh();
+
+  EXPECT_EQ(label.text(), "Voltage: Enter.\n\nTemperature:");
+  EXPECT_EQ(frame.title(), "Pack Calibration");
+  EXPECT_TRUE(picture.isHidden());
+  EXPECT_EQ(button.text(), "Calibrate &Board Offset");
+  EXPECT_FALSE(button.isEnabled());
+  EXPECT_EQ(button.toolTip(), "Go to first page. ");
+  EXPECT_EQ(check.text(), "Ext 1 Temp");
+  EXPECT_TRUE(check.isChecked());
+  EXPECT_EQ(edit.text(), "12000");
+  EXPECT_TRUE(edit.isReadOnly());
+  EXPECT_EQ(edit.maxLength(), 5);
+  EXPECT_EQ(edit.palette().color(QPalette::Text), QColor(0xFF, 0, 0));
+  ASSERT_EQ(tabs.count(), 2);
+  EXPECT_EQ(tabs.tabText(1), "Current");
+  EXPECT_EQ(tabs.currentIndex(), 1);
+
+  // And back again: the widgets follow every later change.
+  pictureControl.Visible = true;
+  buttonControl.Enabled = true;
+  checkControl.Value = 0;
+  textControl.Text = "Err_Rd";  // longer than MaxLength, which holds back typing only
+  tabControl.Tab = 0;
+  bindings.Refresh();
+  EXPECT_FALSE(picture.isHidden());
+  EXPECT_TRUE(button.isEnabled());
+  EXPECT_FALSE(check.isChecked());
+  EXPECT_EQ(edit.text(), "Err_Rd");
+  EXPECT_EQ(tabs.currentIndex(), 0);
+
+  textControl.MaxLength = 0;
+  bindings.Refresh();
+  EXPECT_EQ(edit.maxLength(), 32767);
+}
+
+TEST_F(ControlBindingsTest, UserActionsReachTheControlBeforeItsHandler) {
+  int clicks = 0;
+  std::vector<int> checkValuesSeen;
+  std::vector<std::string> textsSeen;
+  std::vector<std::int16_t> tabsLeft;
+  tabControl.TabCaptions = {"Voltage and Temperature", "Current"};
+  // A handler's changes show as soon as it has run.
+  bindings.Bind(button, buttonControl, [&] {
+    ++clicks;
+    labelControl.Caption = "clicked";
+  });
+  bindings.Bind(label, labelControl);
+  bindings.Bind(check, checkControl, [&] { checkValuesSeen.push_back(checkControl.Value); });
+  bindings.Bind(edit, textControl, {.change = [&] { textsSeen.push_back(textControl.Text); }});
+  bindings.Bind(tabs, tabControl,
+                [&](std::int16_t previousTab) { tabsLeft.push_back(previousTab); });
+  window.show();
+  bindings.Refresh();
+
+  button.click();
+  EXPECT_EQ(clicks, 1);
+  EXPECT_EQ(label.text(), "clicked");
+
+  check.click();
+  check.click();
+  EXPECT_EQ(checkValuesSeen, (std::vector<int>{1, 0}));
+
+  QTest::keyClicks(&edit, "42");
+  EXPECT_EQ(textsSeen, (std::vector<std::string>{"4", "42"}));
+  EXPECT_EQ(textControl.SelStart, 2);
+
+  tabs.setCurrentIndex(1);
+  EXPECT_EQ(tabControl.Tab, 1);
+  EXPECT_EQ(tabsLeft, (std::vector<std::int16_t>{0}));
+}
+
+TEST_F(ControlBindingsTest, RefreshNeverCountsAsTheUser) {
+  int handlerRuns = 0;
+  const Handler count = [&] { ++handlerRuns; };
+  tabControl.TabCaptions = {"Voltage and Temperature", "Current"};
+  bindings.Bind(check, checkControl, count);
+  bindings.Bind(edit, textControl, {.change = count});
+  bindings.Bind(tabs, tabControl, [&](std::int16_t) { ++handlerRuns; });
+  bindings.Refresh();
+
+  checkControl.Value = 1;
+  textControl.Text = "4000";
+  tabControl.Tab = 1;
+  bindings.Refresh();
+  EXPECT_EQ(handlerRuns, 0);
+}
+
+TEST_F(ControlBindingsTest, RunTimeErrorInHandlerBecomesErrorBox) {
+  bindings.Bind(button, buttonControl, [] { throw RuntimeError(kTypeMismatch); });
+  bindings.Bind(label, labelControl);
+  labelControl.Caption = "after";
+  button.click();
+  EXPECT_EQ(log.str(), "message: error: Run-time error: Type mismatch\n");
+  EXPECT_EQ(label.text(), "after") << "the view still catches up";
+}
+
+TEST_F(ControlBindingsTest, RefreshSetsOnlyWhatDiffers) {
+  textControl.Text = "16000";
+  textControl.ToolTipText = "Enter actual voltage.";
+  buttonControl.Enabled = false;
+  buttonControl.ToolTipText = "Ensure no load current is flowing.";
+  gridControl.SetCols(2);
+  gridControl.SetRows(3);
+  gridControl.FixedRows = 1;
+  gridControl.Cell(1, 1).Text = "3.76";
+  gridControl.Cell(1, 1).Alignment = CellAlignment::Centre;
+  gridControl.Cell(0, 0).Bold = true;
+  bindings.Bind(edit, textControl);
+  bindings.Bind(button, buttonControl);
+  bindings.Bind(table, gridControl);
+  window.show();
+  bindings.Refresh();
+
+  // The user is in the middle of the text when the scan refreshes the view.
+  edit.setCursorPosition(2);
+  textControl.SelStart = 2;
+  ChangeCounter counter;
+  for (QWidget* widget : std::initializer_list<QWidget*>{&edit, &button, &table})
+    widget->installEventFilter(&counter);
+  QSignalSpy textChanges(&edit, &QLineEdit::textChanged);
+  QSignalSpy cellChanges(table.model(), &QAbstractItemModel::dataChanged);
+
+  bindings.Refresh();
+  bindings.Refresh();
+  EXPECT_EQ(counter.changes, 0);
+  EXPECT_EQ(textChanges.count(), 0);
+  EXPECT_EQ(cellChanges.count(), 0);
+  EXPECT_EQ(edit.cursorPosition(), 2);
+
+  gridControl.Cell(2, 1).Text = "1.01";
+  bindings.Refresh();
+  EXPECT_EQ(cellChanges.count(), 1);
+}
+
+TEST_F(ControlBindingsTest, SelectionGoesBothWays) {
+  textControl.Text = "-2000";
+  bindings.Bind(edit, textControl);
+  bindings.Refresh();
+
+  textControl.SelStart = 1;
+  textControl.SelLength = 3;
+  bindings.Refresh();
+  EXPECT_EQ(edit.selectedText(), "200");
+
+  edit.setCursorPosition(4);
+  EXPECT_EQ(textControl.SelStart, 4);
+  EXPECT_EQ(textControl.SelLength, 0);
+}
+
+TEST_F(ControlBindingsTest, GridShowsCellsRowsAndColumnsFromTwips) {
+  gridControl.SetCols(2);
+  gridControl.SetRows(2);
+  gridControl.FixedRows = 1;
+  gridControl.FixedCols = 1;
+  gridControl.SetRowHeight(0, 255);
+  gridControl.SetRowHeight(1, 255);
+  gridControl.SetColWidth(0, 1680);
+  gridControl.SetColWidth(1, 1120);
+  gridControl.Cell(0, 0) = {"Parameter", CellAlignment::Centre, true, 9};
+  gridControl.Cell(1, 0) = {"Cell Gain", CellAlignment::Left, false, 0};
+  gridControl.Cell(1, 1) = {"12101", CellAlignment::Centre, false, 0};
+  bindings.Bind(table, gridControl);
+  bindings.Refresh();
+
+  ASSERT_EQ(table.rowCount(), 2);
+  ASSERT_EQ(table.columnCount(), 2);
+  EXPECT_EQ(table.rowHeight(1), 17);
+  EXPECT_EQ(table.columnWidth(0), 112);
+  EXPECT_EQ(table.columnWidth(1), 75);
+  EXPECT_EQ(table.item(0, 0)->text(), "Parameter");
+  EXPECT_TRUE(table.item(0, 0)->font().bold());
+  EXPECT_EQ(table.item(0, 0)->font().pointSize(), 9);
+  EXPECT_FALSE(table.item(1, 0)->font().bold());
+  EXPECT_EQ(table.item(1, 1)->textAlignment(), static_cast<int>(Qt::AlignCenter));
+  EXPECT_EQ(table.item(1, 0)->textAlignment(), static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter));
+  EXPECT_FALSE(table.item(1, 1)->flags() & Qt::ItemIsEditable);
+
+  gridControl.SetRows(4);
+  gridControl.Cell(3, 1).Text = "-";
+  bindings.Refresh();
+  EXPECT_EQ(table.rowCount(), 4);
+  EXPECT_EQ(table.item(3, 1)->text(), "-");
+}
+
+TEST_F(ControlBindingsTest, PlacementFollowsTwips) {
+  Control placed;
+  placed.Top = 450;
+  placed.Left = 10000;
+  placed.Width = 2800;
+  placed.Height = 9200;
+  bindings.Place(picture, placed);
+  bindings.Refresh();
+  EXPECT_EQ(picture.geometry(), QRect(667, 30, 187, 613));
+}
+
+TEST_F(ControlBindingsTest, CancelledValidateKeepsTheFocus) {
+  int validations = 0;
+  bool cancel = true;
+  bindings.Bind(edit, textControl, {.validate = [&](bool& Cancel) {
+                  ++validations;
+                  Cancel = cancel;
+                }});
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  edit.setFocus();
+  QTest::qWait(10);
+
+  button.setFocus();
+  QTest::qWait(10);
+  EXPECT_EQ(validations, 1);
+  EXPECT_TRUE(edit.hasFocus());
+
+  cancel = false;
+  button.setFocus();
+  QTest::qWait(10);
+  EXPECT_EQ(validations, 2);
+  EXPECT_TRUE(button.hasFocus());
+}
+
+}  // namespace
+}  // namespace ombrelay

@@ -1,0 +1,134 @@
+#include "ui/calibration_panel.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QShowEvent>
+#include <QTabBar>
+#include <QTableWidget>
+#include <QTimer>
+
+#include "ui/calibration_pages.h"
+#include "ui/widget_factory.h"
+
+namespace ombrelay {
+namespace {
+
+// The pages fill the panel below the tab strip; the grids stand to their right. In twips.
+constexpr int kTabStripHeight = 450;
+constexpr int kPageWidth = 9950;
+constexpr int kPageBottom = kTabStripHeight + 9200;
+constexpr int kGridsLeft = 10000;
+constexpr int kGridWidth = 2800;
+constexpr int kGridsRight = kGridsLeft + kGridWidth;
+// Room for the grids' headings, which are wider than the grids.
+constexpr int kRightMargin = 600;
+// Where each grid stands until start-up places it, with its heading above it.
+constexpr int kModeGridTop = 1000;
+constexpr int kDataflashGridTop = 2500;
+constexpr int kHeadingAboveGrid = 500;
+// Below the pages: the continuous-updates box and the version line.
+constexpr int kStatusLineHeight = 750;
+
+}  // namespace
+
+CalibrationPanel::CalibrationPanel(Host& host, Platform& platform, QWidget* parent)
+    : QWidget(parent), nbcal_(host, platform) {
+  WidgetFactory make(bindings_);
+  MakeTabStrip();
+  const std::array<QWidget*, 2> pages = {MakeVoltageTemperaturePage(nbcal_, make),
+                                         MakeCurrentPage(nbcal_, make)};
+  // Until start-up lays them out, the pages lie one over the other, the first on top.
+  for (std::size_t i = pages.size(); i-- > 0;) {
+    pages[i]->setObjectName(Indexed("picCalibration", i));
+    pages[i]->setParent(this);
+    pages[i]->setAutoFillBackground(true);
+    pages[i]->setGeometry(0, TwipsToPixels(kTabStripHeight), TwipsToPixels(kPageWidth),
+                          TwipsToPixels(kPageBottom - kTabStripHeight));
+    bindings_.Bind(*pages[i], nbcal_.picCalibration[i]);
+    bindings_.Place(*pages[i], nbcal_.picCalibration[i]);
+  }
+  MakeGrid(nbcal_.lblCurrentValues, "lblCurrentValues", nbcal_.displaygrid, "displaygrid",
+           kModeGridTop);
+  MakeGrid(nbcal_.lblCalDF, "lblCalDF", nbcal_.DFGrid, "DFGrid", kDataflashGridTop);
+  MakeStatusLine();
+
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](QWidget*, QWidget* now) { FocusChanged(now); });
+  setMinimumSize(sizeHint());
+  Refresh();
+}
+
+CalibrationPanel::~CalibrationPanel() = default;
+
+QSize CalibrationPanel::sizeHint() const {
+  return {TwipsToPixels(kGridsRight + kRightMargin),
+          TwipsToPixels(kPageBottom + kStatusLineHeight)};
+}
+
+void CalibrationPanel::MakeTabStrip() {
+  auto* tabs = new QTabBar(this);
+  tabs->setObjectName("SStabCal");
+  tabs->setExpanding(false);
+  tabs->setGeometry(0, 0, TwipsToPixels(kPageWidth), TwipsToPixels(kTabStripHeight));
+  bindings_.Bind(*tabs, nbcal_.SStabCal);
+}
+
+void CalibrationPanel::MakeGrid(Label& heading, const char* headingName, Grid& grid,
+                                const char* gridName, int top) {
+  auto* label = new QLabel(this);
+  label->setObjectName(headingName);
+  label->setGeometry(TwipsToPixels(kGridsLeft), TwipsToPixels(top - kHeadingAboveGrid),
+                     TwipsToPixels(kGridWidth + kRightMargin), TwipsToPixels(kHeadingAboveGrid));
+  bindings_.Bind(*label, heading);
+  bindings_.Place(*label, heading);
+
+  auto* table = new QTableWidget(this);
+  table->setObjectName(gridName);
+  table->move(TwipsToPixels(kGridsLeft), TwipsToPixels(top));
+  bindings_.Bind(*table, grid);
+  bindings_.Place(*table, grid);
+}
+
+void CalibrationPanel::MakeStatusLine() {
+  auto* line = new QWidget(this);
+  line->setGeometry(0, TwipsToPixels(kPageBottom), TwipsToPixels(kPageWidth),
+                    TwipsToPixels(kStatusLineHeight));
+  auto* row = new QHBoxLayout(line);
+  WidgetFactory make(bindings_);
+  row->addWidget(make.MakeCheckBox(nbcal_.chkUpdates, "chkUpdates"));
+  row->addStretch();
+  row->addWidget(make.MakeLabel(nbcal_.txtVersion, "txtVersion"));
+}
+
+void CalibrationPanel::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  // A window coming back from the task bar is not the panel being shown anew.
+  if (event->spontaneous()) return;
+  // Let the window appear before start-up talks to the gauge and shows its boxes.
+  QTimer::singleShot(0, this, &CalibrationPanel::RunStartup);
+}
+
+void CalibrationPanel::RunStartup() {
+  bindings_.Run([this] { nbcal_.UserControl_Show(); });
+  emit startupFinished();
+}
+
+void CalibrationPanel::FocusChanged(QWidget* now) {
+  // The focus going to a box or another window leaves the panel's own state as it is: it
+  // comes back to where it was.
+  if (now == nullptr || now->window() != window()) return;
+  const bool inside = now == this || isAncestorOf(now);
+  if (inside == focusInside_) return;
+  focusInside_ = inside;
+  bindings_.Run([this, inside] {
+    if (inside) {
+      nbcal_.UserControl_EnterFocus();
+    } else {
+      nbcal_.UserControl_ExitFocus();
+    }
+  });
+}
+
+}  // namespace ombrelay

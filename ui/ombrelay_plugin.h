@@ -1,0 +1,36 @@
+#pragma once
+// The plug-in: one platform for all its panels, and the plug-in's own folder, from which the
+// panels find the application directory.
+
+#include <QObject>
+#include <QPointer>
+#include <vector>
+
+#include "ui/plugin_interface.h"
+#include "ui/qt_platform.h"
+
+namespace ombrelay {
+
+class CalibrationPanel;
+
+class OmbrelayPlugin : public QObject, public PanelPlugin {
+  Q_OBJECT
+  Q_PLUGIN_METADATA(IID OMBRELAY_PANEL_PLUGIN_IID)
+  Q_INTERFACES(ombrelay::PanelPlugin)
+
+ public:
+  OmbrelayPlugin();
+  ~OmbrelayPlugin() override;
+
+  void SetUnattended(bool unattended) override;
+  QWidget* CreateCalibrationPanel(Host& host, QWidget* parent) override;
+  void OnStartupFinished(QWidget* panel, std::function<void()> callback) override;
+
+ private:
+  void RefreshPanels();
+
+  QtPlatform platform_;
+  std::vector<QPointer<CalibrationPanel>> panels_;
+};
+
+}  // namespace ombrelay

@@ -1,0 +1,33 @@
+#pragma once
+// What the plug-in offers the application that loads it. The application owns the bus and is
+// the panels' container: every bus call of a panel goes to the host it was made with.
+
+#include <QtPlugin>
+#include <functional>
+
+class QWidget;
+
+namespace ombrelay {
+
+class Host;
+
+class PanelPlugin {
+ public:
+  virtual ~PanelPlugin() = default;
+
+  // For runs without a user: every message box is answered at once and written to standard
+  // error as one line, "message: plain: TEXT" or "message: error: TEXT".
+  virtual void SetUnattended(bool unattended) = 0;
+
+  // The calibration panel, a child of parent. Its start-up runs against host each time the
+  // panel is shown.
+  virtual QWidget* CreateCalibrationPanel(Host& host, QWidget* parent) = 0;
+
+  // Calls back each time a start-up of panel, made by CreateCalibrationPanel, has finished.
+  virtual void OnStartupFinished(QWidget* panel, std::function<void()> callback) = 0;
+};
+
+}  // namespace ombrelay
+
+#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/1.0"
+Q_DECLARE_INTERFACE(ombrelay::PanelPlugin, OMBRELAY_PANEL_PLUGIN_IID)

@@ -1,0 +1,104 @@
+#include "ui/qt_platform.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QRandomGenerator>
+#include <QThread>
+#include <QTime>
+#include <QTimer>
+#include <ostream>
+
+#include "panel/run_event.h"
+#include "shell/controls.h"
+
+namespace ombrelay {
+namespace {
+
+// How long one pump waits for further events: long enough that a busy wait sleeps instead of
+// spinning, short enough that it still sees its clock move.
+constexpr int kPumpWaitMs = 1;
+
+// 24 random bits give every float in [0, 1) that a float can hold evenly spaced, and never 1.
+constexpr std::uint32_t kRandomSteps = 1U << 24;
+
+}  // namespace
+
+QtPlatform::QtPlatform(std::ostream& unattendedLog) : unattendedLog_(unattendedLog) {}
+
+QtPlatform::~QtPlatform() {
+  for (auto& entry : timers_)
+    entry.first->BindPlatform(nullptr);
+}
+
+void QtPlatform::MessageBox(const std::string& text, MessageStyle style, const std::string& title) {
+  const bool error = style == MessageStyle::Error;
+  if (unattended_) {
+    unattendedLog_ << "message: " << (error ? "error" : "plain") << ": " << text << '\n'
+                   << std::flush;
+    return;
+  }
+  Refresh();
+  QMessageBox box(
+      error ? QMessageBox::Critical : QMessageBox::NoIcon,
+      title.empty() ? QGuiApplication::applicationDisplayName() : QString::fromStdString(title),
+      QString::fromStdString(text), QMessageBox::Ok, QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+}
+
+void QtPlatform::Sleep(std::int32_t milliseconds) {
+  if (milliseconds > 0) QThread::msleep(static_cast<unsigned long>(milliseconds));
+}
+
+float QtPlatform::SecondsSinceMidnight() {
+  return static_cast<float>(QTime::currentTime().msecsSinceStartOfDay()) / 1000.0F;
+}
+
+void QtPlatform::PumpEvents() {
+  QEventLoop loop;
+  QTimer::singleShot(kPumpWaitMs, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+  loop.exec();
+  Refresh();
+}
+
+float QtPlatform::Random() {
+  return static_cast<float>(QRandomGenerator::global()->bounded(kRandomSteps)) /
+         static_cast<float>(kRandomSteps);
+}
+
+void QtPlatform::AttachTimer(Timer& timer) {
+  auto& qtimer = timers_[&timer];
+  if (!qtimer) {
+    qtimer = std::make_unique<QTimer>();
+    QObject::connect(qtimer.get(), &QTimer::timeout, [this, &timer] {
+      if (timer.Tick) RunEvent(timer.Tick);
+      Refresh();
+    });
+  }
+  timer.BindPlatform(this);
+  TimerChanged(timer);
+}
+
+void QtPlatform::DetachTimer(Timer& timer) {
+  timer.BindPlatform(nullptr);
+  timers_.erase(&timer);
+}
+
+void QtPlatform::TimerChanged(Timer& timer) {
+  const auto found = timers_.find(&timer);
+  if (found == timers_.end()) return;
+  QTimer& qtimer = *found->second;
+  if (timer.Enabled() && timer.Interval() > 0) {
+    // Like the panels' timers, a change of interval starts the count afresh.
+    qtimer.start(timer.Interval());
+  } else {
+    qtimer.stop();
+  }
+}
+
+void QtPlatform::Refresh() const {
+  if (refresh_) refresh_();
+}
+
+}  // namespace ombrelay

@@ -1,0 +1,82 @@
+#include "ui/widget_factory.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "ui/done_mark.h"
+
+namespace ombrelay {
+namespace {
+
+// Every text box of the panels holds a number of a few digits.
+constexpr int kTextBoxWidth = 56;
+
+template <typename Widget>
+Widget* Named(const QString& name) {
+  auto* widget = new Widget;
+  widget->setObjectName(name);
+  return widget;
+}
+
+}  // namespace
+
+QLabel* WidgetFactory::MakeLabel(const Label& control, const QString& name) {
+  auto* label = Named<QLabel>(name);
+  bindings_.Bind(*label, control);
+  return label;
+}
+
+QLabel* WidgetFactory::MakeParagraph(const Label& control, const QString& name) {
+  QLabel* label = MakeLabel(control, name);
+  label->setWordWrap(true);
+  return label;
+}
+
+QLabel* WidgetFactory::MakeHeading(const Label& control, const QString& name) {
+  QLabel* label = MakeParagraph(control, name);
+  label->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+  // Grid layouts do not grow a row for a label that wraps: ask for both lines outright.
+  label->setMinimumHeight(2 * label->fontMetrics().lineSpacing());
+  return label;
+}
+
+QGroupBox* WidgetFactory::MakeFrame(const Frame& control, const QString& name) {
+  auto* frame = Named<QGroupBox>(name);
+  bindings_.Bind(*frame, control);
+  return frame;
+}
+
+QPushButton* WidgetFactory::MakeButton(const Button& control, const QString& name, Handler click) {
+  auto* button = Named<QPushButton>(name);
+  bindings_.Bind(*button, control, std::move(click));
+  return button;
+}
+
+QCheckBox* WidgetFactory::MakeCheckBox(CheckBox& control, const QString& name, Handler click) {
+  auto* box = Named<QCheckBox>(name);
+  bindings_.Bind(*box, control, std::move(click));
+  return box;
+}
+
+QLineEdit* WidgetFactory::MakeTextBox(TextBox& control, const QString& name,
+                                      TextBoxHandlers handlers) {
+  auto* box = Named<QLineEdit>(name);
+  box->setFixedWidth(kTextBoxWidth);
+  bindings_.Bind(*box, control, std::move(handlers));
+  return box;
+}
+
+DoneMark* WidgetFactory::MakeDoneMark(const Picture& control, const QString& name) {
+  auto* mark = Named<DoneMark>(name);
+  bindings_.Bind(*mark, control);
+  return mark;
+}
+
+QString Indexed(const char* name, std::size_t index) {
+  return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+}  // namespace ombrelay
