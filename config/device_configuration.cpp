@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "config/app_directory.h"
+#include "config/configuration_section.h"
 #include "config/dataflash_map.h"
 #include "config/identification.h"
 #include "config/profile.h"
@@ -45,7 +46,10 @@ Status LoadDeviceConfiguration() {
   bool found = false;
   for (const std::string& section : SectionNames()) {
     std::string text;
-    if (GetPrivateProfileSectionA(section, text, kSectionBufferSize, path) > 0) found = true;
+    if (GetPrivateProfileSectionA(section, text, kSectionBufferSize, path) > 0) {
+      found = true;
+      ReadConfigurationSection(section, path);
+    }
   }
   if (!found) {
     MsgBox(

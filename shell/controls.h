@@ -119,6 +119,4 @@ class Timer {
   Platform* platform_ = nullptr;
 };
 
-inline constexpr const char* kSubscriptOutOfRange = "Subscript out of range";
-
 }  // namespace ombrelay

@@ -111,4 +111,14 @@ std::string ToUpper(std::string_view text) {
   return upper;
 }
 
+std::vector<std::string> Split(std::string_view text, char separator) {
+  std::vector<std::string> pieces;
+  for (;;) {
+    const auto at = text.find(separator);
+    pieces.emplace_back(text.substr(0, at));
+    if (at == std::string_view::npos) return pieces;
+    text.remove_prefix(at + 1);
+  }
+}
+
 }  // namespace ombrelay

@@ -6,11 +6,12 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ombrelay {
 
 // A run-time failure of the number rules. what() is the short description the error traps
-// show: "Overflow", "Type mismatch" or "Division by zero".
+// show: "Overflow", "Type mismatch", "Division by zero" or "Subscript out of range".
 class RuntimeError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -19,6 +20,7 @@ class RuntimeError : public std::runtime_error {
 inline constexpr const char* kOverflow = "Overflow";
 inline constexpr const char* kTypeMismatch = "Type mismatch";
 inline constexpr const char* kDivisionByZero = "Division by zero";
+inline constexpr const char* kSubscriptOutOfRange = "Subscript out of range";
 
 // Nearest whole number, ties to the even neighbour.
 double RoundHalfEven(double value);
@@ -50,5 +52,7 @@ std::string FormatShortest(double value);
 std::string_view Trim(std::string_view text);
 // ASCII upper case.
 std::string ToUpper(std::string_view text);
+// The pieces between the separators, empty ones included: "a,,b" gives "a", "", "b".
+std::vector<std::string> Split(std::string_view text, char separator);
 
 }  // namespace ombrelay
