@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 #include "gauge/manufacturer_access.h"
@@ -19,16 +18,6 @@ using CellCommands = std::array<std::int32_t, 4>;
 
 constexpr CellCommands kCellVoltageCommands = {0x3B, 0x3A, 0x39, 0x38};
 constexpr CellCommands kAltCellVoltageCommands = {0x3F, 0x3E, 0x3D, 0x3C};
-
-std::vector<std::string_view> SplitAtCommas(std::string_view text) {
-  std::vector<std::string_view> parts;
-  for (std::size_t start = 0;;) {
-    const std::size_t comma = text.find(',', start);
-    parts.push_back(text.substr(start, comma - start));
-    if (comma == std::string_view::npos) return parts;
-    start = comma + 1;
-  }
-}
 
 // Reads the stack from the bottom cell up. From firstDoubleSum on, sums are made in double
 // precision and no longer limited to 16 bits.
@@ -67,7 +56,7 @@ Status readmeasurementfromdevice(const std::string& readCommand, const std::stri
     MsgBox("Error in length of read command string in function readmeasurementfromdevice.");
     return 1;
   }
-  const auto parts = SplitAtCommas(readCommand);
+  const std::vector<std::string> parts = Split(readCommand, ',');
   if (parts.size() < 2 || parts[0].empty() || parts[1].empty()) {
     MsgBox("Error in format of read command string in function readmeasurementfromdevice.");
     return 1;
