@@ -1,5 +1,6 @@
 #include "panel/nbcal.h"
 
+#include "calibration/calibration_tables.h"
 #include "config/device_configuration.h"
 #include "config/identification.h"
 #include "shell/platform.h"
@@ -59,6 +60,7 @@ void NBCal::StartupCalibrationPanel() {
         "properly on startup.",
         MessageStyle::Error);
   }
+  CalInit();
   ReadDeviceIdentification(g_iTargetAddress);
   if (LoadConfigurationforDevice() != 0) return;
 

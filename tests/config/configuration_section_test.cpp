@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "calibration/calibration_tables.h"
 #include "shell/shared_state.h"
 #include "tests/support/sim_bench.h"
 #include "tests/support/temp_appdir.h"
@@ -204,6 +205,33 @@ TEST_F(ConfigurationSection, AMapThatWillNotLoadIsReportedAndTheLocationThenFind
   ASSERT_EQ(Messages().size(), 3U);
   EXPECT_EQ(Messages()[0], "Can not open Dataflash configuration file. Please reinstall Quvara.");
   EXPECT_EQ(Messages()[2], "Not able to Columb Counter Offset location.");
+}
+
+TEST_F(ConfigurationSection, MorlinSensorsShapeTheBlockTableForGood) {
+  const std::string fewer =
+      "TS3Supported=0\nInternalTSandTS1only=1\nPackVSupported=0\nRemoveCell4onDisplay=1\n" +
+      std::string(kMorlinLocation);
+  CalInit();
+  EXPECT_EQ(Read("[D1]\nDFType=KELD\nTS1Supported=0\nTS2Supported=0\n" + fewer), 0);
+  EXPECT_EQ(g_atMODBlocks[1].atFields[3].sName, "TS3 Temp") << "only MORLIN changes the table";
+  EXPECT_EQ(g_atMODBlocks[0].atFields[4].sName, "Battery Voltage");
+
+  EXPECT_EQ(Read("[D1]\n" + fewer), 0);
+  const MODBlock& voltages = g_atMODBlocks[0];
+  const MODBlock& temperatures = g_atMODBlocks[1];
+  EXPECT_EQ(temperatures.atFields[3].sName, "Cell Temp");
+  EXPECT_EQ(temperatures.atFields[3].sOffset, "6");
+  EXPECT_EQ(temperatures.atFields[4].sName, "FET Temp");
+  EXPECT_EQ(temperatures.atFields[4].sOffset, "8");
+  EXPECT_EQ(temperatures.lFieldCount, 2) << "internal and TS1 only";
+  EXPECT_EQ(voltages.atFields[3].sName, "---");
+  EXPECT_EQ(voltages.atFields[4].sName, "---") << "no battery input by default";
+  EXPECT_EQ(voltages.atFields[5].sName, "---");
+
+  // A later section with every sensor cannot bring the fields back.
+  EXPECT_EQ(Read("[D1]\nTS3Supported=1\nBatteryVSupported=1\n" + std::string(kMorlinLocation)), 0);
+  EXPECT_EQ(temperatures.atFields[3].sName, "Cell Temp");
+  EXPECT_EQ(voltages.atFields[4].sName, "---");
 }
 
 TEST_F(ConfigurationSection, HostileFilesNeverCrash) {
