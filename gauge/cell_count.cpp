@@ -58,7 +58,7 @@ Status ReadQuillCells(std::int16_t& numCells) {
   }
   DrainBusErrors();
 
-  // The subclass is asked for twice; a first request that fails is left to the read to judge.
+  // The subclass is asked for twice; a first request that fails goes unreported: the read decides.
   const auto number = static_cast<std::uint8_t>(subclass & 0xFF);
   if (g_oHost->WriteSMBusWord(kSelectSubclassCommand, 0, number, g_iTargetAddress) == 0) {
     g_oPlatform->Sleep(100);
