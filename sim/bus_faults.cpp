@@ -21,6 +21,10 @@ void BusFaults::AnswerNextBlockReadsWithLength(int count, std::uint8_t length) {
   reshapeLength_ = length;
 }
 
+void BusFaults::CorruptNextRead(Transfer kind, std::size_t byte) {
+  corruptions_.at(IndexOf(kind)).push_back(byte);
+}
+
 bool BusFaults::TakeFailure(Transfer kind) {
   if (disconnected_) return true;
   int& left = failuresLeft_.at(IndexOf(kind));
@@ -33,6 +37,14 @@ void BusFaults::Reshape(Bytes& answer) {
   if (reshapesLeft_ == 0) return;
   --reshapesLeft_;
   answer.resize(reshapeLength_, 0);
+}
+
+void BusFaults::Corrupt(Transfer kind, Bytes& answer) {
+  auto& pending = corruptions_.at(IndexOf(kind));
+  if (pending.empty()) return;
+  const std::size_t byte = pending.front();
+  pending.pop_front();
+  if (byte < answer.size()) answer[byte] = static_cast<std::uint8_t>(~answer[byte]);
 }
 
 }  // namespace ombrelay::sim

@@ -1,9 +1,11 @@
 #pragma once
 // Faults injected between the adapter and the gauge: transfers that fail, block answers of the
-// wrong length, a gauge gone from the bus.
+// wrong length, answers with a byte spoilt on the way, a gauge gone from the bus.
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 
 #include "sim/command_set.h"
 
@@ -19,6 +21,10 @@ class BusFaults {
   // The next count block reads that the gauge answers come with exactly length bytes:
   // truncated, or padded with zeros.
   void AnswerNextBlockReadsWithLength(int count, std::uint8_t length);
+  // The next answered read of this kind (WordRead or BlockRead) arrives with byte inverted; a
+  // word's byte 0 is its low byte. Each call spoils one more read, in order. A byte beyond the
+  // answer spoils nothing but is used up all the same.
+  void CorruptNextRead(Transfer kind, std::size_t byte);
   // A disconnected gauge fails every transfer.
   void SetDisconnected(bool disconnected) { disconnected_ = disconnected; }
   bool Disconnected() const { return disconnected_; }
@@ -27,9 +33,12 @@ class BusFaults {
   bool TakeFailure(Transfer kind);
   // Applied to each answered block read: uses up one wrong length.
   void Reshape(Bytes& answer);
+  // Applied to each answered read of kind, after any reshape: uses up one spoilt byte.
+  void Corrupt(Transfer kind, Bytes& answer);
 
  private:
   std::array<int, 4> failuresLeft_{};
+  std::array<std::deque<std::size_t>, 4> corruptions_;
   int reshapesLeft_ = 0;
   std::uint8_t reshapeLength_ = 0;
   bool disconnected_ = false;

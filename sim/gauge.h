@@ -3,18 +3,26 @@
 // command, bus errors it leaves behind, and the faults a bench can inject. It knows nothing of
 // the program that talks to it.
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <utility>
 
 #include "sim/bus_faults.h"
+#include "sim/calibration_mode.h"
 #include "sim/clock.h"
 #include "sim/command_set.h"
+#include "sim/dataflash.h"
 #include "sim/family.h"
 #include "sim/identification.h"
 #include "sim/manufacturer_access.h"
+#include "sim/manufacturer_data.h"
+#include "sim/measurement_reports.h"
+#include "sim/measurements.h"
 #include "sim/pending_errors.h"
+#include "sim/quill_subclasses.h"
+#include "sim/security_mode.h"
 #include "sim/selected_block.h"
 
 namespace ombrelay::sim {
@@ -24,7 +32,7 @@ class Gauge {
   static constexpr std::int16_t kAddress = 23;
   static constexpr std::uint8_t kManufacturerAccessCommand = 0x00;
   static constexpr std::uint8_t kRelativeStateOfCharge = 0x0D;
-  // Answers with what was last selected: identification, later dataflash rows and security.
+  // Answers with what was last selected: identification, dataflash rows, later security.
   static constexpr std::uint8_t kSharedDataCommand = 0x2F;
   static constexpr std::uint16_t kDefaultStateOfCharge = 80;
 
@@ -56,12 +64,38 @@ class Gauge {
   }
   std::uint16_t ManufacturerAccessWord() const { return manufacturerAccess_.LastWord(); }
 
+  // What the bench applies to the inputs, and what the gauge reports of it.
+  void ApplyMeasurements(const Measurements& measurements) { measurements_.Apply(measurements); }
+  const Measurements& AppliedMeasurements() const { return measurements_.Applied(); }
+
+  void SetSecurityMode(SecurityMode mode) { securityMode_ = mode; }
+  SecurityMode GetSecurityMode() const { return securityMode_; }
+
+  bool InCalibrationMode() const { return calibrationMode_.Active(); }
+  // The gauge ignores the word that enters calibration mode.
+  void RefuseCalibrationMode(bool refusing) { calibrationMode_.SetRefusing(refusing); }
+  // The calibration flag the gauge reports keeps its present value.
+  void StallCalibrationFlag(bool stalled) { calibrationMode_.SetFlagStalled(stalled); }
+
+  // The dataflash as it is, whatever the security mode; bytes past its end read as erased.
+  Bytes DataflashBytes(std::size_t address, std::size_t count) const {
+    return dataflash_.Peek(address, count);
+  }
+  void SetDataflashBytes(std::size_t address, std::span<const std::uint8_t> data) {
+    dataflash_.Poke(address, data);
+  }
+
   // Injected faults; see BusFaults.
   void FailNext(Transfer kind, int count) { faults_.FailNext(kind, count); }
   void AnswerNextBlockReadsWithLength(int count, std::uint8_t length) {
     faults_.AnswerNextBlockReadsWithLength(count, length);
   }
   void SetDisconnected(bool disconnected) { faults_.SetDisconnected(disconnected); }
+  void CorruptNextRead(Transfer kind, std::size_t byte) { faults_.CorruptNextRead(kind, byte); }
+  // The next dataflash write over the bus stores byte of what it writes inverted.
+  void StoreWrongDataflashByteOnNextWrite(std::size_t byte) {
+    dataflash_.StoreWrongByteOnNextWrite(byte);
+  }
 
   // For the gauge's parts that install commands, ManufacturerAccess words and selections.
   CommandSet& Commands() { return commands_; }
@@ -77,6 +111,14 @@ class Gauge {
   SelectedBlock sharedData_{commands_, kSharedDataCommand};
   ManufacturerAccess manufacturerAccess_{commands_, kManufacturerAccessCommand};
   Identification identification_;
+  SecurityMode securityMode_ = SecurityMode::Unsealed;
+  MeasurementReports measurements_{family_, commands_, manufacturerAccess_};
+  CalibrationMode calibrationMode_{family_, commands_, manufacturerAccess_};
+  ManufacturerData manufacturerData_{commands_, manufacturerAccess_, measurements_, securityMode_,
+                                     calibrationMode_};
+  Dataflash dataflash_{securityMode_};
+  // QUILL only.
+  std::optional<QuillSubclasses> quillSubclasses_;
 };
 
 }  // namespace ombrelay::sim

@@ -5,7 +5,8 @@
 namespace ombrelay::sim {
 
 ManufacturerAccess::ManufacturerAccess(CommandSet& commands, std::uint8_t command) {
-  commands.OnReadWord(command, [this]() -> std::optional<std::uint16_t> { return lastWord_; });
+  commands.OnReadWord(
+      command, [this]() -> std::optional<std::uint16_t> { return answer_.value_or(lastWord_); });
   commands.OnWriteWord(command, [this](std::uint16_t word) { return Write(word); });
 }
 
@@ -15,6 +16,7 @@ void ManufacturerAccess::On(std::uint16_t word, std::function<void()> action) {
 
 bool ManufacturerAccess::Write(std::uint16_t word) {
   lastWord_ = word;
+  answer_.reset();
   if (const auto action = actions_.find(word); action != actions_.end()) action->second();
   return true;
 }

@@ -1,11 +1,13 @@
 #pragma once
 // The ManufacturerAccess command: the word register through which nearly every request reaches
-// the gauge. A written word may start an action (select a block, change a mode); the gauge's
-// parts register the words they understand.
+// the gauge. A written word may start an action (select a block, change a mode, ask for a value
+// that a read of the same command then answers); the gauge's parts register the words they
+// understand.
 
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 
 #include "sim/command_set.h"
 
@@ -20,8 +22,11 @@ class ManufacturerAccess {
 
   // What writing word does, from now on.
   void On(std::uint16_t word, std::function<void()> action);
-  // The last word written, 0 before any; a read of the command answers it.
+  // The last word written, 0 before any; a read of the command answers it unless the word's
+  // action gave an answer of its own.
   std::uint16_t LastWord() const { return lastWord_; }
+  // For an action: reads of the command answer value until the next word is written.
+  void AnswerReadsWith(std::uint16_t value) { answer_ = value; }
 
  private:
   // Every word is acknowledged, as on a real gauge; one it does not know does nothing.
@@ -29,6 +34,7 @@ class ManufacturerAccess {
 
   std::map<std::uint16_t, std::function<void()>> actions_;
   std::uint16_t lastWord_ = 0;
+  std::optional<std::uint16_t> answer_;
 };
 
 }  // namespace ombrelay::sim

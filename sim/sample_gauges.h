@@ -1,6 +1,9 @@
 #pragma once
 // One ready gauge of each family, matching the configuration shipped in the application
-// directory, so the bench and the tests have something to talk to.
+// directory, so the bench and the tests have something to talk to: Unsealed, MORLIN and QUILL
+// with 3 cells, KELD and KELD_PLUS with 4, plausible measurements at 25 C, and factory
+// calibration values of their own, unlike any table defaults, so that a decoding that reads
+// the wrong bytes shows.
 
 #include <memory>
 

@@ -120,11 +120,12 @@ TEST(CellVoltages, SumFromTheBottomOfTheStack) {
   EXPECT_EQ(v4, "16600");
   EXPECT_EQ(Commands(bench), (std::vector<std::int32_t>{0x3B, 0x3A, 0x39, 0x38}));
 
-  // The default commands are the other four; 0x3D is missing, so the sequence ends there.
+  // The default commands are the other four; 0x3D goes unanswered, so the sequence ends there.
   bench.host.Clear();
   g_bReadAltCellVoltages = false;
   bench.gauge->SetWord(0x3F, 3000);
   bench.gauge->SetWord(0x3E, 3100);
+  bench.gauge->Commands().OnReadWord(0x3D, [] { return std::nullopt; });
   ReadCellVoltagesbyConfig(v1, v2, v3, v4);
   EXPECT_EQ((std::vector<std::string>{v1, v2, v3, v4}),
             (std::vector<std::string>{"3000", "6100", kErrRd, kErrRd}));

@@ -1,0 +1,132 @@
+#include "gauge/absolute_dataflash.h"
+
+#include <algorithm>
+#include <array>
+
+#include "gauge/manufacturer_access.h"
+#include "shell/platform.h"
+#include "shell/shared_state.h"
+
+namespace ombrelay {
+namespace {
+
+constexpr std::int16_t kFirstRowWord = 0x0100;
+constexpr std::int16_t kRowLength = 32;
+
+using Buffer = std::array<std::uint8_t, kCalDataSize>;
+
+// Where an address lies: its row, its position in the row, and how many rows past the first
+// the pair reaches.
+struct Place {
+  std::int16_t row;
+  std::int16_t position;
+  std::int16_t lastRow;
+};
+
+Place PlaceOf(std::int16_t address) {
+  const auto position = static_cast<std::int16_t>(address % kRowLength);
+  return {static_cast<std::int16_t>(address / kRowLength), position,
+          static_cast<std::int16_t>(position == kRowLength - 1 ? 1 : 0)};
+}
+
+Status RequestRow(const Place& place, int i) {
+  const Status status = WriteManufacturerAccess(
+      static_cast<std::int16_t>(kFirstRowWord + place.row + i), g_iTargetAddress);
+  g_oPlatform->Sleep(3);
+  return status;
+}
+
+// Reads the selected row into rowBuffer: true when it came whole. status is the host's, which
+// is 0 for a row that came short.
+bool ReadRow(Buffer& rowBuffer, Status& status) {
+  std::int16_t length = 0;
+  status = g_oHost->ReadSMBusBlock_(g_iDFAccessFlashCmd, rowBuffer, length, g_iTargetAddress);
+  return status == 0 && length == kRowLength;
+}
+
+void CopyRow(const Buffer& rowBuffer, Buffer& local, int i) {
+  std::copy_n(rowBuffer.begin(), kRowLength, local.begin() + i * kRowLength);
+}
+
+}  // namespace
+
+Status ReadDFAbsolute(std::int16_t address, std::uint8_t& firstByte, std::uint8_t& secondByte) {
+  if (address < 0) return 1;
+  const Place place = PlaceOf(address);
+  WriteManufacturerAccess(g_iExitCalCommand, g_iTargetAddress);
+  g_oPlatform->Sleep(50);
+  // A read before any row is requested, as the gauge expects; what it gives is of no use.
+  Buffer rowBuffer{};
+  std::int16_t length = 0;
+  g_oHost->ReadSMBusBlock_(g_iDFAccessFlashCmd, rowBuffer, length, g_iTargetAddress);
+  g_oPlatform->Sleep(50);
+
+  Buffer local{};
+  for (int i = 0; i <= place.lastRow; ++i) {
+    if (RequestRow(place, i) != 0) {
+      MsgBox("Communication Error when Requesting Absolute Dataflash Read.");
+      return 1;
+    }
+    Status status = 0;
+    if (!ReadRow(rowBuffer, status)) {
+      MsgBox("Communication Error returned reading absolute address.");
+      return status;
+    }
+    CopyRow(rowBuffer, local, i);
+  }
+  firstByte = local[place.position];
+  secondByte = local[place.position + 1];
+  return 0;
+}
+
+Status WriteDFAbsolute(std::int16_t address, std::uint8_t firstByte, std::uint8_t secondByte) {
+  if (address < 0) return 1;
+  const Place place = PlaceOf(address);
+  Status result = 0;
+  Buffer rowBuffer{};
+  Buffer local{};
+  for (int i = 0; i <= place.lastRow; ++i) {
+    if (RequestRow(place, i) != 0) {
+      MsgBox("Communication Error when Requesting Absolute Dataflash Read.");
+      return 1;
+    }
+    Status status = 0;
+    const bool whole = ReadRow(rowBuffer, status);
+    CopyRow(rowBuffer, local, i);
+    if (!whole) {
+      MsgBox("Communication Error returned when reading block to write absolute address.");
+      result = status;
+    }
+  }
+
+  local[place.position] = firstByte;
+  local[place.position + 1] = secondByte;
+
+  for (int i = 0; i <= place.lastRow; ++i) {
+    std::copy_n(local.begin() + i * kRowLength, kRowLength, rowBuffer.begin());
+    if (RequestRow(place, i) != 0) {
+      MsgBox("Communication error when requesting absolute page to write.");
+      return 1;
+    }
+    const Status status =
+        g_oHost->WriteSMBusBlock(g_iDFAccessFlashCmd, rowBuffer, kRowLength, g_iTargetAddress);
+    g_oPlatform->Sleep(200);
+    if (status != 0) {
+      MsgBox("Communication Error returned when writing absoute address to Dataflash.");
+      result = status;
+    }
+  }
+
+  for (int i = 0; i <= place.lastRow; ++i) {
+    WriteManufacturerAccess(static_cast<std::int16_t>(kFirstRowWord + place.row + i),
+                            g_iTargetAddress);
+    Status status = 0;
+    if (!ReadRow(rowBuffer, status)) {
+      MsgBox("Communication Error returned when reading block to verify Dataflash write.");
+      result = status;
+    }
+  }
+  return result;
+}
+
+}  // namespace ombrelay

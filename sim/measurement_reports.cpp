@@ -1,0 +1,71 @@
+#include "sim/measurement_reports.h"
+
+#include <utility>
+
+namespace ombrelay::sim {
+namespace {
+
+void AppendLowByteFirst(Bytes& block, std::uint16_t value) {
+  block.push_back(static_cast<std::uint8_t>(value & 0xFF));
+  block.push_back(static_cast<std::uint8_t>(value >> 8));
+}
+
+}  // namespace
+
+MeasurementReports::MeasurementReports(Family family, CommandSet& commands,
+                                       ManufacturerAccess& access) {
+  for (std::uint8_t cell = 0; cell < 4; ++cell) {
+    const Selector voltage = [cell](const Measurements& m) { return m.cellMv[cell]; };
+    AnswerWord(commands, static_cast<std::uint8_t>(kCellVoltage1 - cell), voltage);
+    AnswerWord(commands, static_cast<std::uint8_t>(kAltCellVoltage1 - cell), voltage);
+  }
+  AnswerWord(commands, kTemperature,
+             [](const Measurements& m) { return m.temperatures[Measurements::kCell]; });
+  AnswerWord(commands, kCurrent,
+             [](const Measurements& m) { return static_cast<std::uint16_t>(m.currentMa); });
+
+  const std::pair<std::uint8_t, Selector> named[] = {
+      {kPackVoltage, [](const Measurements& m) { return m.packMv; }},
+      {kTS1Temperature, [](const Measurements& m) { return m.temperatures[Measurements::kTS1]; }},
+      {kTS2Temperature, [](const Measurements& m) { return m.temperatures[Measurements::kTS2]; }},
+  };
+  for (const auto& [command, select] : named) {
+    switch (family) {
+      case Family::Keld:
+      case Family::KeldPlus:
+        AnswerWord(commands, command, select);
+        break;
+      case Family::Quill:
+        access.On(command, [this, &access, select] { access.AnswerReadsWith(select(Reported())); });
+        break;
+      case Family::Morlin:
+        break;
+    }
+  }
+}
+
+void MeasurementReports::AnswerWord(CommandSet& commands, std::uint8_t command, Selector select) {
+  commands.OnReadWord(command,
+                      [this, select = std::move(select)]() -> std::optional<std::uint16_t> {
+                        return select(Reported());
+                      });
+}
+
+Bytes MeasurementReports::VoltagesBlock() const {
+  const Measurements reported = Reported();
+  Bytes block;
+  for (const std::uint16_t cell : reported.cellMv)
+    AppendLowByteFirst(block, cell);
+  AppendLowByteFirst(block, reported.batteryMv);
+  AppendLowByteFirst(block, reported.packMv);
+  return block;
+}
+
+Bytes MeasurementReports::TemperaturesBlock() const {
+  Bytes block;
+  for (const std::uint16_t temperature : Reported().temperatures)
+    AppendLowByteFirst(block, temperature);
+  return block;
+}
+
+}  // namespace ombrelay::sim

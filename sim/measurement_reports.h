@@ -1,0 +1,53 @@
+#pragma once
+// How the gauge reports what it measures: the Smart Battery words of cell voltages, temperature
+// and current, the words some families answer for pack voltage and the two external sensors,
+// and the voltage and temperature blocks of the manufacturer data.
+
+#include <cstdint>
+#include <functional>
+
+#include "sim/command_set.h"
+#include "sim/family.h"
+#include "sim/manufacturer_access.h"
+#include "sim/measurements.h"
+
+namespace ombrelay::sim {
+
+class MeasurementReports {
+ public:
+  static constexpr std::uint8_t kTemperature = 0x08;
+  static constexpr std::uint8_t kCurrent = 0x0A;
+  // Cells 1 to 4 on 0x3F down to 0x3C, and again on the alternative 0x3B down to 0x38.
+  static constexpr std::uint8_t kCellVoltage1 = 0x3F;
+  static constexpr std::uint8_t kAltCellVoltage1 = 0x3B;
+  // Pack voltage and sensors 1 and 2: Smart Battery words on KELD and KELD_PLUS, ManufacturerAccess
+  // words answered on ManufacturerAccess itself on QUILL; MORLIN has neither.
+  static constexpr std::uint8_t kPackVoltage = 90;
+  static constexpr std::uint8_t kTS1Temperature = 72;
+  static constexpr std::uint8_t kTS2Temperature = 73;
+
+  // Installs the words this family answers.
+  MeasurementReports(Family family, CommandSet& commands, ManufacturerAccess& access);
+  MeasurementReports(const MeasurementReports&) = delete;
+  MeasurementReports& operator=(const MeasurementReports&) = delete;
+
+  void Apply(const Measurements& measurements) { applied_ = measurements; }
+  const Measurements& Applied() const { return applied_; }
+  // What the gauge reports of the applied values. The one place where its converter and its
+  // calibration stand between the two: for now it reports them exactly.
+  Measurements Reported() const { return applied_; }
+
+  // The manufacturer data blocks, low byte first: cells 1 to 4, battery and pack in mV; the
+  // seven temperatures in tenths of a kelvin.
+  Bytes VoltagesBlock() const;
+  Bytes TemperaturesBlock() const;
+
+ private:
+  using Selector = std::function<std::uint16_t(const Measurements&)>;
+  // A word read of command answers the selected reported value.
+  void AnswerWord(CommandSet& commands, std::uint8_t command, Selector select);
+
+  Measurements applied_;
+};
+
+}  // namespace ombrelay::sim

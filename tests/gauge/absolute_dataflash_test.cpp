@@ -1,0 +1,131 @@
+#include "gauge/absolute_dataflash.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/gauge_bench.h"
+
+namespace ombrelay {
+namespace {
+
+using sim::Transfer;
+using testing::GaugeBench;
+using Lines = std::vector<std::string>;
+
+sim::Bytes Pattern(std::size_t length, std::uint8_t start) {
+  sim::Bytes bytes(length);
+  for (std::size_t i = 0; i < length; ++i)
+    bytes[i] = static_cast<std::uint8_t>(start + i);
+  return bytes;
+}
+
+TEST(ReadDFAbsolute, OneRowOrTwoAcrossTheBoundary) {
+  GaugeBench bench(sim::Family::Morlin);
+  bench.gauge->SetDataflashBytes(0, Pattern(64, 0x40));
+  std::uint8_t first = 0;
+  std::uint8_t second = 0;
+  EXPECT_EQ(ReadDFAbsolute(0x1E, first, second), 0);
+  EXPECT_EQ(first, 0x5E);
+  EXPECT_EQ(second, 0x5F);
+  EXPECT_EQ(bench.Trace(), (Lines{"0 WriteSMBusWord_ 00 F080", "53 ReadSMBusBlock_ 2F 0",
+                                  "103 WriteSMBusWord_ 00 0100", "109 ReadSMBusBlock_ 2F 32"}));
+
+  bench.Restart();
+  EXPECT_EQ(ReadDFAbsolute(0x1F, first, second), 0);
+  EXPECT_EQ(first, 0x5F);
+  EXPECT_EQ(second, 0x60);
+  // The unselected read answers the row the last request left selected.
+  EXPECT_EQ(bench.Trace(), (Lines{"0 WriteSMBusWord_ 00 F080", "53 ReadSMBusBlock_ 2F 32",
+                                  "103 WriteSMBusWord_ 00 0100", "109 ReadSMBusBlock_ 2F 32",
+                                  "109 WriteSMBusWord_ 00 0101", "115 ReadSMBusBlock_ 2F 32"}));
+}
+
+TEST(ReadDFAbsolute, FailuresLeaveTheOutputsUnset) {
+  GaugeBench bench(sim::Family::KeldPlus);
+  std::uint8_t first = 7;
+  std::uint8_t second = 7;
+  // The second row's request fails.
+  bench.host.onOperation = [&, words = 0](const BusOperation& operation) mutable {
+    if (operation.op == "WriteSMBusWord_" && ++words == 2)
+      bench.gauge->FailNext(Transfer::WordWrite, 1);
+  };
+  EXPECT_EQ(ReadDFAbsolute(0x3F, first, second), 1);
+  bench.host.onOperation = nullptr;
+  // A short row: reported, yet the host said 0.
+  bench.gauge->AnswerNextBlockReadsWithLength(2, 31);
+  EXPECT_EQ(ReadDFAbsolute(0x20, first, second), 0);
+  // A refused row: the host's status.
+  bench.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+  EXPECT_NE(ReadDFAbsolute(0x20, first, second), 0);
+  EXPECT_EQ(first, 7);
+  EXPECT_EQ(second, 7);
+  EXPECT_EQ(bench.MessageTexts(),
+            (Lines{"Communication Error when Requesting Absolute Dataflash Read.",
+                   "Communication Error returned reading absolute address.",
+                   "Communication Error returned reading absolute address."}));
+
+  bench.Restart();
+  EXPECT_EQ(ReadDFAbsolute(-1, first, second), 1);
+  EXPECT_TRUE(bench.Trace().empty());
+}
+
+TEST(WriteDFAbsolute, PatchesTwoBytesAndKeepsTheRestOfTheRows) {
+  GaugeBench bench(sim::Family::Morlin);
+  bench.gauge->SetDataflashBytes(0, Pattern(64, 0x40));
+  EXPECT_EQ(WriteDFAbsolute(0x1F, 0xA1, 0xB2), 0);
+  sim::Bytes expected = Pattern(64, 0x40);
+  expected[31] = 0xA1;
+  expected[32] = 0xB2;
+  EXPECT_EQ(bench.gauge->DataflashBytes(0, 64), expected);
+  EXPECT_EQ(bench.Trace(), (Lines{"0 WriteSMBusWord_ 00 0100", "6 ReadSMBusBlock_ 2F 32",
+                                  "6 WriteSMBusWord_ 00 0101", "12 ReadSMBusBlock_ 2F 32",
+                                  "12 WriteSMBusWord_ 00 0100", "18 WriteSMBusBlock 2F 32",
+                                  "218 WriteSMBusWord_ 00 0101", "224 WriteSMBusBlock 2F 32",
+                                  "424 WriteSMBusWord_ 00 0100", "427 ReadSMBusBlock_ 2F 32",
+                                  "427 WriteSMBusWord_ 00 0101", "430 ReadSMBusBlock_ 2F 32"}));
+
+  bench.Restart();
+  EXPECT_EQ(WriteDFAbsolute(0x1E, 0x01, 0x02), 0);
+  EXPECT_EQ(bench.gauge->DataflashBytes(30, 3), (sim::Bytes{0x01, 0x02, 0xB2}));
+  EXPECT_EQ(bench.OperationsNamed("WriteSMBusBlock").size(), 1U);
+  for (const auto& word : bench.OperationsNamed("WriteSMBusWord_"))
+    EXPECT_EQ(word.word, 0x0100);
+  EXPECT_TRUE(bench.MessageTexts().empty());
+}
+
+TEST(WriteDFAbsolute, FailuresStopOrGoOnAsEachPhaseDemands) {
+  GaugeBench bench(sim::Family::Morlin);
+  // The read phase comes short: the write goes on with what arrived.
+  bench.gauge->AnswerNextBlockReadsWithLength(1, 31);
+  EXPECT_EQ(WriteDFAbsolute(0x40, 1, 2), 0);
+  EXPECT_EQ(bench.OperationsNamed("WriteSMBusBlock").size(), 1U);
+  EXPECT_EQ(bench.MessageTexts(),
+            Lines{"Communication Error returned when reading block to write absolute address."});
+  // The write is refused and so is the read-back.
+  bench.Restart();
+  bench.host.onOperation = [&](const BusOperation& operation) {
+    if (operation.op == "ReadSMBusBlock_") bench.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+  };
+  EXPECT_NE(WriteDFAbsolute(0x40, 3, 4), 0);
+  bench.host.onOperation = nullptr;
+  EXPECT_EQ(bench.gauge->DataflashBytes(0x40, 2), (sim::Bytes{1, 2}));
+  // A failed request in the write phase stops everything.
+  bench.gauge->SetSecurityMode(sim::SecurityMode::Unsealed);
+  bench.host.onOperation = [&, words = 0](const BusOperation& operation) mutable {
+    if (operation.op == "WriteSMBusWord_" && ++words == 1)
+      bench.gauge->FailNext(Transfer::WordWrite, 1);
+  };
+  EXPECT_EQ(WriteDFAbsolute(0x40, 5, 6), 1);
+  bench.host.onOperation = nullptr;
+  EXPECT_EQ(bench.gauge->DataflashBytes(0x40, 2), (sim::Bytes{1, 2}));
+  bench.gauge->FailNext(Transfer::WordWrite, 1);
+  EXPECT_EQ(WriteDFAbsolute(0x40, 5, 6), 1);
+  EXPECT_EQ(bench.MessageTexts(),
+            (Lines{"Communication Error returned when writing absoute address to Dataflash.",
+                   "Communication Error returned when reading block to verify Dataflash write.",
+                   "Communication error when requesting absolute page to write.",
+                   "Communication Error when Requesting Absolute Dataflash Read."}));
+  EXPECT_EQ(WriteDFAbsolute(-5, 0, 0), 1);
+}
+
+}  // namespace
+}  // namespace ombrelay

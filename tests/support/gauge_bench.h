@@ -1,0 +1,34 @@
+#pragma once
+// A SimBench on a sample gauge with the program's settings as start-up leaves them for that
+// gauge under the shipped configuration, and a compact trace of the bus for assertions.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "sim/family.h"
+#include "tests/support/sim_bench.h"
+
+namespace ombrelay::testing {
+
+// The program's settings for a gauge of family, as start-up sets them from the shipped
+// config.ini, the dataflash map and the calibration tables.
+void ApplyShippedSettings(sim::Family family);
+
+class GaugeBench : public SimBench {
+ public:
+  explicit GaugeBench(sim::Family family);
+
+  // Forgets the bus record and the boxes shown; the trace's times count from now.
+  void Restart();
+  // One line per operation since the last restart, its time in ms since then first:
+  //   "0 WriteSMBusWord_ 00 0054"  word operations: command and word, in hex
+  //   "13 ReadSMBusBlock_ 23 4"    block operations: command and length
+  //   "20 CheckForError 1"         the error it gave
+  std::vector<std::string> Trace() const;
+
+ private:
+  std::int64_t startMs_ = 0;
+};
+
+}  // namespace ombrelay::testing
