@@ -3,6 +3,9 @@
 #include "calibration/calibration_tables.h"
 #include "config/device_configuration.h"
 #include "config/identification.h"
+#include "gauge/cell_count.h"
+#include "gauge/gauge_mode.h"
+#include "shell/numeric.h"
 #include "shell/platform.h"
 #include "shell/shared_state.h"
 
@@ -10,6 +13,8 @@ namespace ombrelay {
 namespace {
 
 constexpr std::int16_t kTargetAddress = 23;
+// The SEC1 and SEC0 bits of a sealed gauge.
+constexpr std::int16_t kSealed = 3;
 
 }  // namespace
 
@@ -65,7 +70,44 @@ void NBCal::StartupCalibrationPanel() {
   if (LoadConfigurationforDevice() != 0) return;
 
   DisableCalibrationControls();
+  if (g_iDFType == MORLIN && !MorlinReadyForCalibration()) {
+    EnableCalibrationControls();
+    return;
+  }
+  DisableCalibrationControls();
+
+  if (ReadNumberofCells(g_iNumCells) != 0) {
+    MsgBox("Unable to determine number of cells in use. Please check communications with device.");
+    EnableCalibrationControls();
+    return;
+  }
+  const std::string packVoltage = std::to_string(ToInt16(g_iNumCells * 4000.0));
+  txtPackActualVoltage.Text = packVoltage;
+  if (g_bBatteryVSupported) txtBatVoltageActual.Text = packVoltage;
+  txtCellCount.Text = std::to_string(g_iNumCells);
+  if (g_iDFType == MORLIN || g_iDFType == KELD_PLUS) ExitCalibrationModeCommand();
+
+  g_iCCOffsetSamples = TextToInt16(g_atCalParameters[0].atFields[9].sValue);
   EnableCalibrationControls();
+}
+
+bool NBCal::MorlinReadyForCalibration() {
+  // A failed read leaves the mode at 0 and start-up goes on.
+  std::int16_t security = 0;
+  ReadOperationStatusSecurity(security);
+  if (security == kSealed) {
+    MsgBox(
+        "Pack is sealed. Please unseal device before performing calibration. Close and restart "
+        "Quvara after unsealing so device and firmware version is detected correctly.");
+    return false;
+  }
+  if (ExitCalibrationModeCommand() != 0) {
+    MsgBox(
+        "Unable to confirm device is executing firmware. Please check communications. Close "
+        "and restart Quvara after communications is established.");
+    return false;
+  }
+  return true;
 }
 
 void NBCal::InitCalibrationPanelLayout() {

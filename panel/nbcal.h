@@ -43,6 +43,9 @@ class NBCal : public CalibrationControls {
   void InitCalibrationControl();
   void StartupCalibrationPanel();
   void InitCalibrationPanelLayout();
+  // The sealed check and the exit of calibration mode; false after a message when start-up
+  // must end.
+  bool MorlinReadyForCalibration();
   void SetCalibrationButtonsEnabled(bool enabled);
   void SetCalibrationCheckboxesEnabled(bool enabled);
 

@@ -33,7 +33,8 @@ struct Shown {
 
 std::vector<Shown> Boxes(const SimBench& bench) {
   std::vector<Shown> shown;
-  for (const auto& message : bench.platform.Messages()) shown.push_back({message.text, message.style});
+  for (const auto& message : bench.platform.Messages())
+    shown.push_back({message.text, message.style});
   return shown;
 }
 
@@ -102,27 +103,101 @@ TEST(Startup, AGaugeThatOverstatesItsChargeIsReportedButStartupGoesOn) {
   EXPECT_EQ(g_sDeviceNumber, "4D31");
 }
 
-class SampleGaugeStartup : public ::testing::TestWithParam<sim::Family> {};
+struct SampleStartup {
+  sim::Family family;
+  std::string cells;
+  std::string packVoltage;
+  std::string batteryVoltage;  // empty where the gauge has no battery input
+};
 
-TEST_P(SampleGaugeStartup, IdentifiesAndConfiguresWithoutAWord) {
-  SimBench bench(GetParam());
+class SampleGaugeStartup : public ::testing::TestWithParam<SampleStartup> {};
+
+TEST_P(SampleGaugeStartup, RunsThroughTheCellCountWithoutAWord) {
+  SimBench bench(GetParam().family);
   NBCal panel(bench.host, bench.platform);
   panel.UserControl_Show();
 
   EXPECT_TRUE(bench.MessageTexts().empty()) << bench.MessageTexts().front();
-  EXPECT_FALSE(g_sDeviceNumber.empty());
   EXPECT_NE(g_sDataFlashMapPath, "NG");
   ExpectButtonsEnabled(panel, true);
+  EXPECT_EQ(panel.txtCellCount.Text, GetParam().cells);
+  EXPECT_EQ(panel.txtPackActualVoltage.Text, GetParam().packVoltage);
+  EXPECT_EQ(panel.txtBatVoltageActual.Text, GetParam().batteryVoltage);
+  EXPECT_EQ(g_iCCOffsetSamples, 64);
   EXPECT_EQ(panel.txtVersion.Caption.rfind("Version: ", 0), 0U);
   EXPECT_TRUE(panel.txtVersion.Caption.ends_with(" Tarvex Ombrelay"));
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, SampleGaugeStartup,
-                         ::testing::Values(sim::Family::Keld, sim::Family::Quill,
-                                           sim::Family::Morlin, sim::Family::KeldPlus),
-                         [](const auto& param_info) {
-                           return std::string(sim::FamilyName(param_info.param));
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    EveryFamily, SampleGaugeStartup,
+    ::testing::Values(SampleStartup{sim::Family::Keld, "4", "16000", ""},
+                      SampleStartup{sim::Family::Quill, "3", "12000", ""},
+                      SampleStartup{sim::Family::Morlin, "3", "12000", "12000"},
+                      SampleStartup{sim::Family::KeldPlus, "4", "16000", "16000"}),
+    [](const auto& param_info) { return std::string(sim::FamilyName(param_info.param.family)); });
+
+constexpr const char* kSealed =
+    "Pack is sealed. Please unseal device before performing calibration. Close and restart "
+    "Quvara after unsealing so device and firmware version is detected correctly.";
+
+TEST(Startup, ASealedMorlinStopsBeforeTheCellCount) {
+  SimBench bench(sim::Family::Morlin);
+  bench.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+  NBCal panel(bench.host, bench.platform);
+  panel.txtCellCount.Text = "untouched";
+  panel.UserControl_Show();
+
+  EXPECT_EQ(Boxes(bench), (std::vector<Shown>{{kSealed, MessageStyle::Plain}}));
+  ExpectButtonsEnabled(panel, true);
+  EXPECT_EQ(panel.txtCellCount.Text, "untouched");
+  for (const BusOperation& operation : bench.OperationsNamed("WriteSMBusWord_")) {
+    EXPECT_LT(operation.word, 0x0100) << "no dataflash row was requested";
+  }
+
+  // Only MORLIN looks: a sealed KELD_PLUS goes on, and its dataflash then refuses the cell count.
+  SimBench other(sim::Family::KeldPlus);
+  other.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+  NBCal otherPanel(other.host, other.platform);
+  otherPanel.UserControl_Show();
+  EXPECT_EQ(other.MessageTexts().back(),
+            "Unable to determine number of cells in use. Please check communications with "
+            "device.");
+}
+
+TEST(Startup, AMorlinLeftInCalibrationModeMustLeaveIt) {
+  SimBench bench(sim::Family::Morlin);
+  g_bInCalMode = true;  // as an earlier calibration in this session leaves it
+  // The gauge goes away once it has told its security mode.
+  bench.host.onOperation = [&bench](const BusOperation& operation) {
+    if (operation.op == "ReadSMBusBlock_" && operation.cmd == 0x23) {
+      bench.gauge->SetDisconnected(true);
+    }
+  };
+  NBCal panel(bench.host, bench.platform);
+  panel.UserControl_Show();
+
+  EXPECT_EQ(Boxes(bench).back(),
+            (Shown{"Unable to confirm device is executing firmware. Please check communications. "
+                   "Close and restart Quvara after communications is established.",
+                   MessageStyle::Plain}));
+  ExpectButtonsEnabled(panel, true);
+}
+
+TEST(Startup, ACellCountThatCannotBeReadEndsStartup) {
+  SimBench bench(sim::Family::Morlin);
+  // Operation Cfg A of the sample map at 320; MORLIN takes its second byte. Bits 00: no count.
+  bench.gauge->SetDataflashBytes(321, std::vector<std::uint8_t>{0x20});
+  NBCal panel(bench.host, bench.platform);
+  panel.txtPackActualVoltage.Text = "untouched";
+  panel.UserControl_Show();
+
+  EXPECT_EQ(Boxes(bench),
+            (std::vector<Shown>{{"Unable to determine number of cells in use. Please check "
+                                 "communications with device.",
+                                 MessageStyle::Plain}}));
+  ExpectButtonsEnabled(panel, true);
+  EXPECT_EQ(panel.txtPackActualVoltage.Text, "untouched");
+}
 
 TEST(Startup, EveryShowRunsItAllAgainAndTheAddressIsAlways23) {
   SimBench bench(sim::Family::Keld);
