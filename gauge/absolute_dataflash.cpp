@@ -3,15 +3,13 @@
 #include <algorithm>
 #include <array>
 
+#include "gauge/dataflash_rows.h"
 #include "gauge/manufacturer_access.h"
 #include "shell/platform.h"
 #include "shell/shared_state.h"
 
 namespace ombrelay {
 namespace {
-
-constexpr std::int16_t kFirstRowWord = 0x0100;
-constexpr std::int16_t kRowLength = 32;
 
 using Buffer = std::array<std::uint8_t, kCalDataSize>;
 
@@ -29,11 +27,8 @@ Place PlaceOf(std::int16_t address) {
           static_cast<std::int16_t>(position == kRowLength - 1 ? 1 : 0)};
 }
 
-Status RequestRow(const Place& place, int i) {
-  const Status status = WriteManufacturerAccess(
-      static_cast<std::int16_t>(kFirstRowWord + place.row + i), g_iTargetAddress);
-  g_oPlatform->Sleep(3);
-  return status;
+Status RequestRowOf(const Place& place, int i) {
+  return RequestRow(RowWord(place.row + i));
 }
 
 // Reads the selected row into rowBuffer: true when it came whole. status is the host's, which
@@ -63,7 +58,7 @@ Status ReadDFAbsolute(std::int16_t address, std::uint8_t& firstByte, std::uint8_
 
   Buffer local{};
   for (int i = 0; i <= place.lastRow; ++i) {
-    if (RequestRow(place, i) != 0) {
+    if (RequestRowOf(place, i) != 0) {
       MsgBox("Communication Error when Requesting Absolute Dataflash Read.");
       return 1;
     }
@@ -86,7 +81,7 @@ Status WriteDFAbsolute(std::int16_t address, std::uint8_t firstByte, std::uint8_
   Buffer rowBuffer{};
   Buffer local{};
   for (int i = 0; i <= place.lastRow; ++i) {
-    if (RequestRow(place, i) != 0) {
+    if (RequestRowOf(place, i) != 0) {
       MsgBox("Communication Error when Requesting Absolute Dataflash Read.");
       return 1;
     }
@@ -104,7 +99,7 @@ Status WriteDFAbsolute(std::int16_t address, std::uint8_t firstByte, std::uint8_
 
   for (int i = 0; i <= place.lastRow; ++i) {
     std::copy_n(local.begin() + i * kRowLength, kRowLength, rowBuffer.begin());
-    if (RequestRow(place, i) != 0) {
+    if (RequestRowOf(place, i) != 0) {
       MsgBox("Communication error when requesting absolute page to write.");
       return 1;
     }
@@ -118,8 +113,7 @@ Status WriteDFAbsolute(std::int16_t address, std::uint8_t firstByte, std::uint8_
   }
 
   for (int i = 0; i <= place.lastRow; ++i) {
-    WriteManufacturerAccess(static_cast<std::int16_t>(kFirstRowWord + place.row + i),
-                            g_iTargetAddress);
+    WriteManufacturerAccess(RowWord(place.row + i), g_iTargetAddress);
     Status status = 0;
     if (!ReadRow(rowBuffer, status)) {
       MsgBox("Communication Error returned when reading block to verify Dataflash write.");

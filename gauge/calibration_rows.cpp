@@ -5,6 +5,7 @@
 #include <array>
 
 #include "gauge/calibration_dataflash.h"
+#include "gauge/dataflash_rows.h"
 #include "gauge/manufacturer_access.h"
 #include "shell/platform.h"
 #include "shell/shared_state.h"
@@ -13,23 +14,14 @@
 namespace ombrelay {
 namespace {
 
-constexpr std::int16_t kFirstRowWord = 0x0100;
-constexpr std::int16_t kRowLength = 32;
-
 using Buffer = std::array<std::uint8_t, kCalDataSize>;
 
 // The words that request the calibration area's two rows.
 std::int16_t FirstCalibrationRow() {
-  return static_cast<std::int16_t>(kFirstRowWord + g_iCalSubclassID / kRowLength);
+  return RowWord(g_iCalSubclassID / kRowLength);
 }
 std::int16_t SecondCalibrationRow() {
   return static_cast<std::int16_t>(FirstCalibrationRow() + 1);
-}
-
-Status RequestRow(std::int16_t rowWord) {
-  const Status status = WriteManufacturerAccess(rowWord, g_iTargetAddress);
-  g_oPlatform->Sleep(3);
-  return status;
 }
 
 // The read-backs ask for a row's length; only what lands in buffer counts.
