@@ -6,10 +6,10 @@
 #include <string>
 
 #include "panel/calibration_controls.h"
+#include "shell/host.h"
 
 namespace ombrelay {
 
-class Host;
 class Platform;
 
 class NBCal : public CalibrationControls {
@@ -37,7 +37,32 @@ class NBCal : public CalibrationControls {
 
   void DisableCalibrationControls();
   void EnableCalibrationControls();
+
+  // The grids and the page's arrangement for the device.
+  void SetUpGGModeGrid();
+  void SetUpDFGrid();
   void AlignTemperatureControls();
+  void InitGrid(std::int16_t iTop, std::int16_t iLeft, std::int16_t iRows);
+  void InitDFGrid(std::int16_t iTop, std::int16_t iLeft, std::int16_t iRecord);
+  // The last row written; 0 after an error.
+  std::int16_t AddMODBlocktoGrid(std::int16_t iStartRow, std::int16_t dataIndex);
+  void TransferCurrentValuestoGrid(std::int16_t Index);
+  void TransferDFValuestoGrid();
+  void ArrangePageforDevice();
+
+  // The live scan.
+  void tmrScan_Timer();
+  void ReadandDisplayAllDeviceDataonDisplay();
+  void ReadandUpdateAllDFValues();
+
+  // Every calibration runs between these two; both leave the scan and controls as the
+  // calibration needs them.
+  Status EnterCalibrationMode(std::int16_t mode = 0);
+  Status ExitCalibrationMode();
+  Status MapMorlinportInternalTemptoSBSTemp();
+
+  // The voltage and temperature page.
+  void btnCalibrate_Click();
 
  private:
   void InitCalibrationControl();
@@ -48,6 +73,9 @@ class NBCal : public CalibrationControls {
   bool MorlinReadyForCalibration();
   void SetCalibrationButtonsEnabled(bool enabled);
   void SetCalibrationCheckboxesEnabled(bool enabled);
+  void TransferMODValuestoDisplay();
+  void ReadandDisplayDeviceValues();
+  void ReadandDisplayKeldPlusValues();
 
   Host& parent_;
   Platform& platform_;
