@@ -15,6 +15,8 @@ struct DataflashRows {
   static constexpr std::uint16_t kFirstRowWord = 0x0100;
   static constexpr std::size_t kRowLength = 32;
   static constexpr std::size_t kRowCount = Dataflash::kSize / kRowLength;
+  // The calibration area fills the first two rows.
+  static constexpr std::size_t kCalibrationAddress = 0;
 
   static void Install(ManufacturerAccess& access, SelectedBlock& shared, Dataflash& dataflash);
 };

@@ -13,6 +13,7 @@
 #include "sim/calibration_mode.h"
 #include "sim/clock.h"
 #include "sim/command_set.h"
+#include "sim/converter.h"
 #include "sim/dataflash.h"
 #include "sim/family.h"
 #include "sim/identification.h"
@@ -22,6 +23,7 @@
 #include "sim/measurements.h"
 #include "sim/pending_errors.h"
 #include "sim/quill_subclasses.h"
+#include "sim/raw_output.h"
 #include "sim/security_mode.h"
 #include "sim/selected_block.h"
 
@@ -64,9 +66,22 @@ class Gauge {
   }
   std::uint16_t ManufacturerAccessWord() const { return manufacturerAccess_.LastWord(); }
 
-  // What the bench applies to the inputs, and what the gauge reports of it.
+  // What the bench applies to the inputs, the converter's errors, and what the gauge makes of
+  // both: raw counts, and reports through the calibration data in its dataflash. Either may
+  // change at any time; the next read shows it.
   void ApplyMeasurements(const Measurements& measurements) { measurements_.Apply(measurements); }
   const Measurements& AppliedMeasurements() const { return measurements_.Applied(); }
+  void SetConverterErrors(const ConverterErrors& errors) {
+    measurements_.SetConverterErrors(errors);
+  }
+  const ConverterErrors& GetConverterErrors() const { return measurements_.GetConverterErrors(); }
+  RawReadings RawCounts() const { return measurements_.Raw(); }
+  Measurements ReportedMeasurements() const { return measurements_.Reported(); }
+
+  // 1 or 2 while raw output streams, 0 when it does not.
+  std::uint8_t RawOutputStatus() const { return rawOutput_.Status(); }
+  // The rolling counter of the raw block keeps its present value.
+  void StallRawCounter(bool stalled) { rawOutput_.SetCounterStalled(stalled); }
 
   void SetSecurityMode(SecurityMode mode) { securityMode_ = mode; }
   SecurityMode GetSecurityMode() const { return securityMode_; }
@@ -112,11 +127,12 @@ class Gauge {
   ManufacturerAccess manufacturerAccess_{commands_, kManufacturerAccessCommand};
   Identification identification_;
   SecurityMode securityMode_ = SecurityMode::Unsealed;
-  MeasurementReports measurements_{family_, commands_, manufacturerAccess_};
+  Dataflash dataflash_{securityMode_};
+  MeasurementReports measurements_{family_, commands_, manufacturerAccess_, dataflash_};
   CalibrationMode calibrationMode_{family_, commands_, manufacturerAccess_};
   ManufacturerData manufacturerData_{commands_, manufacturerAccess_, measurements_, securityMode_,
                                      calibrationMode_};
-  Dataflash dataflash_{securityMode_};
+  RawOutput rawOutput_{manufacturerAccess_, manufacturerData_.Data(), clock_, measurements_};
   // QUILL only.
   std::optional<QuillSubclasses> quillSubclasses_;
 };

@@ -11,13 +11,16 @@ ManufacturerAccess::ManufacturerAccess(CommandSet& commands, std::uint8_t comman
 }
 
 void ManufacturerAccess::On(std::uint16_t word, std::function<void()> action) {
-  actions_[word] = std::move(action);
+  actions_[word].push_back(std::move(action));
 }
 
 bool ManufacturerAccess::Write(std::uint16_t word) {
   lastWord_ = word;
   answer_.reset();
-  if (const auto action = actions_.find(word); action != actions_.end()) action->second();
+  if (const auto found = actions_.find(word); found != actions_.end()) {
+    for (const auto& action : found->second)
+      action();
+  }
   return true;
 }
 

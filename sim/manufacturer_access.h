@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <vector>
 
 #include "sim/command_set.h"
 
@@ -20,7 +21,7 @@ class ManufacturerAccess {
   ManufacturerAccess(const ManufacturerAccess&) = delete;
   ManufacturerAccess& operator=(const ManufacturerAccess&) = delete;
 
-  // What writing word does, from now on.
+  // Writing word does action too, from now on, after what it did before.
   void On(std::uint16_t word, std::function<void()> action);
   // The last word written, 0 before any; a read of the command answers it unless the word's
   // action gave an answer of its own.
@@ -32,7 +33,7 @@ class ManufacturerAccess {
   // Every word is acknowledged, as on a real gauge; one it does not know does nothing.
   bool Write(std::uint16_t word);
 
-  std::map<std::uint16_t, std::function<void()>> actions_;
+  std::map<std::uint16_t, std::vector<std::function<void()>>> actions_;
   std::uint16_t lastWord_ = 0;
   std::optional<std::uint16_t> answer_;
 };

@@ -28,6 +28,9 @@ class ManufacturerData {
   ManufacturerData(const ManufacturerData&) = delete;
   ManufacturerData& operator=(const ManufacturerData&) = delete;
 
+  // For parts that select further blocks on the command: raw output.
+  SelectedBlock& Data() { return data_; }
+
  private:
   SelectedBlock data_;
 };

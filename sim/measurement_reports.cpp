@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "sim/calibration_data.h"
+#include "sim/pack_configuration.h"
+
 namespace ombrelay::sim {
 namespace {
 
@@ -13,14 +16,16 @@ void AppendLowByteFirst(Bytes& block, std::uint16_t value) {
 }  // namespace
 
 MeasurementReports::MeasurementReports(Family family, CommandSet& commands,
-                                       ManufacturerAccess& access) {
+                                       ManufacturerAccess& access, const Dataflash& dataflash)
+    : family_(family), dataflash_(dataflash) {
   for (std::uint8_t cell = 0; cell < 4; ++cell) {
     const Selector voltage = [cell](const Measurements& m) { return m.cellMv[cell]; };
     AnswerWord(commands, static_cast<std::uint8_t>(kCellVoltage1 - cell), voltage);
     AnswerWord(commands, static_cast<std::uint8_t>(kAltCellVoltage1 - cell), voltage);
   }
-  AnswerWord(commands, kTemperature,
-             [](const Measurements& m) { return m.temperatures[Measurements::kCell]; });
+  AnswerWord(commands, kTemperature, [this](const Measurements& m) {
+    return m.temperatures[TemperatureWordSensor(family_, dataflash_)];
+  });
   AnswerWord(commands, kCurrent,
              [](const Measurements& m) { return static_cast<std::uint16_t>(m.currentMa); });
 
@@ -42,6 +47,11 @@ MeasurementReports::MeasurementReports(Family family, CommandSet& commands,
         break;
     }
   }
+}
+
+Measurements MeasurementReports::Reported() const {
+  return Calibrated(Raw(), ReadCalibrationData(family_, dataflash_),
+                    ConfiguredCellCount(family_, dataflash_), applied_.currentMa);
 }
 
 void MeasurementReports::AnswerWord(CommandSet& commands, std::uint8_t command, Selector select) {

@@ -4,7 +4,9 @@
 #include <initializer_list>
 #include <vector>
 
+#include "sim/dataflash_rows.h"
 #include "sim/keld_dataflash.h"
+#include "sim/pack_configuration.h"
 #include "sim/quill_subclasses.h"
 
 namespace ombrelay::sim {
@@ -22,6 +24,7 @@ struct Sample {
   // settling of the bus has work to do.
   int requestErrors;
   Measurements measurements;
+  ConverterErrors converter;
   std::vector<Contents> dataflash;
 };
 
@@ -47,46 +50,65 @@ Measurements PackOf(std::array<std::uint16_t, 4> cells, std::int16_t currentMa) 
   return measurements;
 }
 
-// The two calibration rows of MORLIN and KELD_PLUS: cell scales, pack and battery gains, current
-// and capacity gains as gauge floats (0.9375 and 281600), current offset, offset samples, board
-// offset, five temperature offsets; the second row carries bytes the program must leave alone.
-Bytes CalibrationRows(std::initializer_list<std::int32_t> cellScales, std::int32_t packGain,
-                      std::int32_t batteryGain) {
+// A converter off by a few percent and a few counts on each voltage, and by a degree or two on
+// each sensor; the calibration data of the samples is nominal, so their reports are visibly off
+// until a calibration.
+ConverterErrors ConverterOf(std::array<double, 4> cellGain, std::array<std::int16_t, 4> cellOffset,
+                            double batteryGain, double packGain,
+                            std::array<std::int16_t, 5> sensors) {
+  ConverterErrors errors;
+  errors.cellGain = cellGain;
+  errors.cellOffset = cellOffset;
+  errors.batteryGain = batteryGain;
+  errors.packGain = packGain;
+  for (std::size_t sensor = 0; sensor < sensors.size(); ++sensor)
+    errors.temperature[sensor] = sensors[sensor];
+  errors.coulombCounterOffset = -112;
+  errors.boardOffset = 9;
+  return errors;
+}
+
+// The two calibration rows of MORLIN and KELD_PLUS: nominal cell scales, pack and battery gains,
+// current and capacity gains as gauge floats (0.9375 and 281600), current offset, offset
+// samples, board offset, five temperature offsets of 0; the second row carries bytes the
+// program must leave alone.
+Bytes CalibrationRows() {
   Bytes rows;
-  Append(rows, cellScales);
-  Append(rows, {packGain, batteryGain});
+  Append(rows, {kNominalScale, kNominalScale, kNominalScale, kNominalScale});
+  Append(rows, {kNominalScale, kNominalScale});
   AppendBytes(rows, {0x80, 0x70, 0x00, 0x00, 0x93, 0x09, 0x80, 0x00});
   Append(rows, {-7190, 64, 3});
-  AppendBytes(rows, {2, -1, 1, 0, 0, 0});
+  AppendBytes(rows, {0, 0, 0, 0, 0, 0});
   for (std::uint8_t i = 0; i < 32; ++i)
     rows.push_back(static_cast<std::uint8_t>(0xA0 + i));
   return rows;
 }
 
 // KELD's calibration block: sense resistor gain 1.0625 and coulomb counter delta 2.5 as gauge
-// floats, CC offset, three temperature offsets, board offset, offset samples, pack gain, the
-// alternative cell scales.
+// floats, CC offset, three temperature offsets of 0, board offset, offset samples, nominal pack
+// gain and alternative cell scales.
 Bytes KeldCalibrationBlock() {
   Bytes block;
   AppendBytes(block, {0x81, 0x08, 0x00, 0x00, 0x82, 0x20, 0x00, 0x00});
   Append(block, {-6990});
-  AppendBytes(block, {0, 1, -2, 0});
+  AppendBytes(block, {0, 0, 0, 0});
   Append(block, {5, 64});
   AppendBytes(block, {0});
-  Append(block, {22070, 20490, 20486, 20495, 20481});
+  Append(block, {kNominalScale, kNominalScale, kNominalScale, kNominalScale, kNominalScale});
   block.resize(KeldDataflash::kCalibrationLength, 0);
   return block;
 }
 
 // QUILL's calibration subclass: sense resistor gain 1.125 and coulomb counter delta 2.5 as gauge
-// floats, the VCell scales, AFE pack gain, CC offset, board offset, five temperature offsets.
+// floats, nominal VCell scales and AFE pack gain, CC offset, board offset, five temperature
+// offsets of 0.
 Bytes QuillCalibrationSubclass() {
   Bytes subclass;
   AppendBytes(subclass, {0x81, 0x10, 0x00, 0x00, 0x82, 0x20, 0x00, 0x00});
-  Append(subclass, {20480, 20471, 20489, 20477});
+  Append(subclass, {kNominalScale, kNominalScale, kNominalScale, kNominalScale});
   AppendBytes(subclass, {0});
-  Append(subclass, {35, -7730, -4});
-  AppendBytes(subclass, {1, 2, -1, 0, 0});
+  Append(subclass, {kNominalScale, -7730, -4});
+  AppendBytes(subclass, {0, 0, 0, 0, 0});
   subclass.resize(QuillSubclasses::kCalibration.length, 0);
   return subclass;
 }
@@ -98,6 +120,8 @@ Sample SampleOf(Family family) {
       return {{0x0B12, 0x01, 0x07, 0x0012, 2, IdentificationForm::Short},
               2,
               PackOf({3702, 3811, 3897, 3954}, -498),
+              ConverterOf({0.021, -0.016, 0.012, -0.024}, {4, -3, 2, -5}, 0.0, 0.019,
+                          {11, -17, 22, 0, 0}),
               {{KeldDataflash::kCalibrationAddress, KeldCalibrationBlock()},
                {KeldDataflash::kPackConfigurationAddress, {0x2B, 0x41}}}};
     case Family::Quill:
@@ -105,22 +129,29 @@ Sample SampleOf(Family family) {
       return {{0x5120, 0x03, 0x01, 0x0101, 4, IdentificationForm::ShortTypeInByte9},
               1,
               PackOf({3725, 3798, 3880, 0}, -505),
+              ConverterOf({-0.022, 0.017, 0.026, 0.0}, {-2, 5, -4, 0}, 0.0, -0.021,
+                          {-13, 18, -24, 7, -9}),
               {{QuillSubclasses::kCalibration.address, QuillCalibrationSubclass()},
                {QuillSubclasses::kRegisters.address, {0x02, 0x29, 0x08, 0x48, 0x00, 0x50, 0, 0}}}};
     case Family::Morlin:
-      // Operation Cfg A at 320 is 0x0F22: its second byte gives 3 cells, its first would give 4.
-      return {
-          {0x4D31, 0x02, 0x05, 0x0020, 1, IdentificationForm::Short},
-          1,
-          PackOf({3712, 3805, 3890, 0}, -512),
-          {{0, CalibrationRows({20480, 20492, 20475, 20488}, 41020, 44080)}, {320, {0x0F, 0x22}}}};
+      // Operation Cfg A at 320 is 0x0F2A: its second byte gives 3 cells, its first would give 4,
+      // and bit 3 of the second has the Temperature word report TS1.
+      return {{0x4D31, 0x02, 0x05, 0x0020, 1, IdentificationForm::Short},
+              1,
+              PackOf({3712, 3805, 3890, 0}, -512),
+              ConverterOf({0.025, -0.018, 0.014, 0.0}, {3, -4, 6, 0}, 0.017, -0.022,
+                          {15, -20, 12, -8, 5}),
+              {{DataflashRows::kCalibrationAddress, CalibrationRows()},
+               {PackConfiguration::kMorlinSystemConfigurationAddress, {0x0F, 0x2A}}}};
     case Family::KeldPlus:
       // Operation Cfg A at 448 is 0x2729: its first byte gives 4 cells, its second would give 2.
-      return {
-          {0x4B60, 0x01, 0x10, 0x0003, 0x0005, IdentificationForm::Long},
-          2,
-          PackOf({3730, 3822, 3915, 3987}, -520),
-          {{0, CalibrationRows({20470, 20484, 20497, 20479}, 40980, 44120)}, {448, {0x27, 0x29}}}};
+      return {{0x4B60, 0x01, 0x10, 0x0003, 0x0005, IdentificationForm::Long},
+              2,
+              PackOf({3730, 3822, 3915, 3987}, -520),
+              ConverterOf({-0.019, 0.023, -0.012, 0.015}, {-3, 2, 5, -4}, -0.024, 0.016,
+                          {-16, 14, -21, -6, 10}),
+              {{DataflashRows::kCalibrationAddress, CalibrationRows()},
+               {PackConfiguration::kKeldPlusSystemConfigurationAddress, {0x27, 0x29}}}};
   }
   return {};
 }
@@ -132,6 +163,7 @@ std::unique_ptr<Gauge> MakeSampleGauge(Family family, Clock& clock) {
   auto gauge = std::make_unique<Gauge>(family, sample.identity, clock);
   gauge->SetIdentificationRequestErrors(sample.requestErrors);
   gauge->ApplyMeasurements(sample.measurements);
+  gauge->SetConverterErrors(sample.converter);
   for (const Contents& contents : sample.dataflash)
     gauge->SetDataflashBytes(contents.address, contents.bytes);
   gauge->SetSecurityMode(SecurityMode::Unsealed);

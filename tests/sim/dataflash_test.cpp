@@ -114,12 +114,17 @@ TEST(Dataflash, SamplesConfigureTheirCellsEachInItsOwnStyle) {
   const auto keldPlus = MakeSampleGauge(Family::KeldPlus, clock);
   EXPECT_EQ(ReadRow(*keldPlus, 14)->at(0) & 3, 3) << "first byte of 448: 4 cells";
 
-  // Factory calibration, high byte first: MORLIN's cell scales; KELD's alternative scales;
-  // QUILL's VCell scales.
+  // Factory calibration, high byte first, nominal for a perfect converter: MORLIN's cell
+  // scales and gains; KELD's pack gain and alternative scales; QUILL's VCell scales and pack gain.
+  Bytes nominal;
+  for (int word = 0; word < 6; ++word)
+    nominal.insert(nominal.end(), {0x50, 0x00});
   EXPECT_EQ(ReadRow(*morlin, 0)->at(0), 20480 >> 8);
-  EXPECT_EQ(morlin->DataflashBytes(0, 8), (Bytes{0x50, 0x00, 0x50, 0x0C, 0x4F, 0xFB, 0x50, 0x08}));
-  EXPECT_EQ(keld->DataflashBytes(21, 8), (Bytes{0x50, 0x0A, 0x50, 0x06, 0x50, 0x0F, 0x50, 0x01}));
-  EXPECT_EQ(quill->DataflashBytes(8, 8), (Bytes{0x50, 0x00, 0x4F, 0xF7, 0x50, 0x09, 0x4F, 0xFD}));
+  EXPECT_EQ(morlin->DataflashBytes(0, 12), nominal);
+  EXPECT_EQ(keldPlus->DataflashBytes(0, 12), nominal);
+  EXPECT_EQ(keld->DataflashBytes(19, 10), Bytes(nominal.begin(), nominal.begin() + 10));
+  EXPECT_EQ(quill->DataflashBytes(8, 8), Bytes(nominal.begin(), nominal.begin() + 8));
+  EXPECT_EQ(quill->DataflashBytes(17, 2), (Bytes{0x50, 0x00}));
   for (const auto* gauge : {keld.get(), quill.get(), morlin.get(), keldPlus.get()})
     EXPECT_EQ(gauge->GetSecurityMode(), SecurityMode::Unsealed);
 }

@@ -1,0 +1,110 @@
+#include "sim/calibration_data.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "sim/dataflash_rows.h"
+#include "sim/keld_dataflash.h"
+#include "sim/quill_subclasses.h"
+
+namespace ombrelay::sim {
+namespace {
+
+struct Word {
+  std::size_t offset;
+  bool isSigned;
+};
+
+// Offsets from the start of the family's calibration area.
+struct Layout {
+  std::size_t base;
+  std::array<Word, 4> cellScale;
+  std::optional<Word> batteryGain;
+  Word packGain;
+  std::array<std::optional<std::size_t>, 5> temperatureOffset;
+};
+
+Layout LayoutOf(Family family) {
+  switch (family) {
+    case Family::Keld:
+      return {KeldDataflash::kCalibrationAddress,
+              {{{21, false}, {23, false}, {25, false}, {27, false}}},
+              std::nullopt,
+              {19, false},
+              {11, 12, 13, std::nullopt, std::nullopt}};
+    case Family::Quill:
+      return {QuillSubclasses::kCalibration.address,
+              {{{8, false}, {10, false}, {12, false}, {14, false}}},
+              std::nullopt,
+              {17, true},
+              {23, 24, 25, 26, 27}};
+    case Family::Morlin:
+    case Family::KeldPlus:
+      break;
+  }
+  return {DataflashRows::kCalibrationAddress,
+          {{{0, true}, {2, true}, {4, true}, {6, true}}},
+          Word{10, false},
+          {8, false},
+          {26, 27, 28, 29, 30}};
+}
+
+std::int32_t ReadWord(const Dataflash& dataflash, std::size_t base, Word word) {
+  const Bytes bytes = dataflash.Peek(base + word.offset, 2);
+  const auto value = static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
+  return word.isSigned ? std::int32_t{static_cast<std::int16_t>(value)} : std::int32_t{value};
+}
+
+std::uint16_t ClampedWord(double value) {
+  return static_cast<std::uint16_t>(std::clamp(std::round(value), 0.0, 65535.0));
+}
+
+std::int64_t Scaled(std::int64_t raw, std::int32_t scale) {
+  return std::llround(static_cast<double>(raw) * scale / 65536.0);
+}
+
+}  // namespace
+
+CalibrationData ReadCalibrationData(Family family, const Dataflash& dataflash) {
+  const Layout layout = LayoutOf(family);
+  CalibrationData data;
+  for (std::size_t cell = 0; cell < data.cellScale.size(); ++cell)
+    data.cellScale[cell] = ReadWord(dataflash, layout.base, layout.cellScale[cell]);
+  if (layout.batteryGain) data.batteryGain = ReadWord(dataflash, layout.base, *layout.batteryGain);
+  data.packGain = ReadWord(dataflash, layout.base, layout.packGain);
+  for (std::size_t sensor = 0; sensor < data.temperatureOffset.size(); ++sensor) {
+    if (const auto offset = layout.temperatureOffset[sensor]) {
+      data.temperatureOffset[sensor] =
+          static_cast<std::int8_t>(dataflash.Peek(layout.base + *offset, 1)[0]);
+    }
+  }
+  return data;
+}
+
+Measurements Calibrated(const RawReadings& raw, const CalibrationData& calibration, int cellCount,
+                        std::int16_t currentMa) {
+  Measurements reported;
+  std::int64_t rawSum = 0;
+  std::int64_t lowerStack = 0;
+  for (std::size_t cell = 0; cell < reported.cellMv.size(); ++cell) {
+    if (static_cast<int>(cell) >= cellCount) break;
+    rawSum += raw.cells[cell];
+    const std::int64_t stack = Scaled(rawSum, calibration.cellScale[cell]);
+    reported.cellMv[cell] = ClampedWord(static_cast<double>(stack - lowerStack));
+    lowerStack = stack;
+  }
+  reported.batteryMv = ClampedWord(
+      static_cast<double>(Scaled(raw.battery, calibration.batteryGain.value_or(kNominalScale))));
+  reported.packMv = ClampedWord(static_cast<double>(Scaled(raw.pack, calibration.packGain)));
+  for (std::size_t sensor = 0; sensor < reported.temperatures.size(); ++sensor) {
+    const std::int8_t offset = sensor < calibration.temperatureOffset.size()
+                                   ? calibration.temperatureOffset[sensor].value_or(0)
+                                   : 0;
+    reported.temperatures[sensor] = ClampedWord(raw.temperatures[sensor] + offset);
+  }
+  reported.currentMa = currentMa;
+  return reported;
+}
+
+}  // namespace ombrelay::sim
