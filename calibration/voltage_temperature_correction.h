@@ -27,14 +27,16 @@ struct TemperatureCalInputs {
   std::array<double, 5> adMeasured{};
 };
 
-// bVoltage and bTemperature count as selected only when True. 0 on success; 1 after a message.
-// Expects EnterCalibrationMode to have succeeded.
+// bVoltage and bTemperature count as selected only when True. 0 on success; 1 after a message,
+// a run-time error of the arithmetic included. Writes the calibration data back also when
+// nothing was selected. Expects EnterCalibrationMode to have succeeded.
 Status CalibrateVoltageandTemperature(bool bVoltage, bool bTemperature,
                                       const VoltageCalInputs& voltages,
                                       const TemperatureCalInputs& temperatures);
 
 // The new offset byte (two's complement) from actual and measured degrees C and the current
-// offset in tenths; 1 with out untouched when it falls outside -128 to 127.
+// offset in tenths; 1 with out untouched when it falls outside -128 to 127. Beyond a 16-bit value
+// it throws RuntimeError("Overflow"), for the caller's error trap.
 Status ComputeTempOffset(double actual, double measured, double current, std::uint8_t& out);
 
 }  // namespace ombrelay
