@@ -2,7 +2,7 @@
 
 #include "sim/gauge.h"
 #include "sim/keld_dataflash.h"
-#include "sim/sample_gauges.h"
+#include "sim/quill_subclasses.h"
 
 namespace ombrelay::sim {
 namespace {
@@ -58,30 +58,6 @@ TEST(DataflashRows, SelectedRowReadsAndWritesWholeRowsOnly) {
   EXPECT_FALSE(ReadRow(keld, 0)) << "KELD has no rows";
 }
 
-TEST(Dataflash, SealedRefusesEveryStyleAndUnsealingRestores) {
-  VirtualClock clock;
-  auto morlin = MakeSampleGauge(Family::Morlin, clock);
-  auto keld = MakeSampleGauge(Family::Keld, clock);
-  auto quill = MakeSampleGauge(Family::Quill, clock);
-  const Bytes before = morlin->DataflashBytes(0, 64);
-  for (Gauge* gauge : {morlin.get(), keld.get(), quill.get()})
-    gauge->SetSecurityMode(SecurityMode::Sealed);
-
-  EXPECT_FALSE(ReadRow(*morlin, 0));
-  EXPECT_FALSE(WriteRow(*morlin, 0, Bytes(32, 0)));
-  EXPECT_FALSE(keld->ReadBlock(KeldDataflash::kCalibrationBlockCommand));
-  EXPECT_FALSE(keld->WriteBlock(KeldDataflash::kCalibrationBlockCommand, Bytes(64, 0)));
-  EXPECT_FALSE(keld->ReadWord(KeldDataflash::kPackConfigurationCommand));
-  EXPECT_FALSE(ReadSubclass(*quill, 104));
-  EXPECT_FALSE(quill->WriteBlock(QuillSubclasses::kDataCommand, Bytes(32, 0)));
-  EXPECT_EQ(morlin->DataflashBytes(0, 64), before);
-
-  for (const SecurityMode mode : {SecurityMode::Unsealed, SecurityMode::FullAccess}) {
-    morlin->SetSecurityMode(mode);
-    EXPECT_EQ(ReadRow(*morlin, 0), morlin->DataflashBytes(0, 32));
-  }
-}
-
 TEST(Dataflash, KeldBlockAndQuillSubclasses) {
   VirtualClock clock;
   Gauge keld(Family::Keld, {}, clock);
@@ -101,57 +77,6 @@ TEST(Dataflash, KeldBlockAndQuillSubclasses) {
   EXPECT_EQ(quill.DataflashBytes(0, 32), Pattern(32, 0)) << "subclass 104 untouched";
   EXPECT_FALSE(ReadSubclass(quill, 65)) << "no such subclass, nothing selected";
   EXPECT_FALSE(quill.WriteBlock(0x78, Pattern(8, 0)));
-}
-
-TEST(Dataflash, SamplesConfigureTheirCellsEachInItsOwnStyle) {
-  VirtualClock clock;
-  const auto keld = MakeSampleGauge(Family::Keld, clock);
-  EXPECT_EQ((*keld->ReadWord(0x2F) >> 8 & 3) + 1, 4);
-  const auto quill = MakeSampleGauge(Family::Quill, clock);
-  EXPECT_EQ((ReadSubclass(*quill, 64)->at(0) & 3) + 1, 3);
-  const auto morlin = MakeSampleGauge(Family::Morlin, clock);
-  EXPECT_EQ(ReadRow(*morlin, 10)->at(1) & 3, 2) << "second byte of 320: 3 cells";
-  const auto keldPlus = MakeSampleGauge(Family::KeldPlus, clock);
-  EXPECT_EQ(ReadRow(*keldPlus, 14)->at(0) & 3, 3) << "first byte of 448: 4 cells";
-
-  // Factory calibration, high byte first: MORLIN's cell scales; KELD's alternative scales;
-  // QUILL's VCell scales.
-  EXPECT_EQ(ReadRow(*morlin, 0)->at(0), 20480 >> 8);
-  EXPECT_EQ(morlin->DataflashBytes(0, 8), (Bytes{0x50, 0x00, 0x50, 0x0C, 0x4F, 0xFB, 0x50, 0x08}));
-  EXPECT_EQ(keld->DataflashBytes(21, 8), (Bytes{0x50, 0x0A, 0x50, 0x06, 0x50, 0x0F, 0x50, 0x01}));
-  EXPECT_EQ(quill->DataflashBytes(8, 8), (Bytes{0x50, 0x00, 0x4F, 0xF7, 0x50, 0x09, 0x4F, 0xFD}));
-  for (const auto* gauge : {keld.get(), quill.get(), morlin.get(), keldPlus.get()})
-    EXPECT_EQ(gauge->GetSecurityMode(), SecurityMode::Unsealed);
-}
-
-TEST(Dataflash, InjectedReadBackAndWriteFaults) {
-  VirtualClock clock;
-  Gauge gauge(Family::Morlin, {}, clock);
-  gauge.SetDataflashBytes(0, Pattern(64, 0));
-
-  // Two spoilt writes in turn: byte 4 of the first, byte 3 of the second.
-  gauge.StoreWrongDataflashByteOnNextWrite(4);
-  gauge.StoreWrongDataflashByteOnNextWrite(3);
-  EXPECT_TRUE(WriteRow(gauge, 0, Pattern(32, 0x10)));
-  EXPECT_TRUE(WriteRow(gauge, 1, Pattern(32, 0x30)));
-  EXPECT_TRUE(WriteRow(gauge, 2, Pattern(32, 0x50)));
-  Bytes first = Pattern(32, 0x10);
-  first[4] = static_cast<std::uint8_t>(~first[4]);
-  Bytes second = Pattern(32, 0x30);
-  second[3] = static_cast<std::uint8_t>(~second[3]);
-  EXPECT_EQ(gauge.DataflashBytes(0, 32), first);
-  EXPECT_EQ(gauge.DataflashBytes(32, 32), second);
-  EXPECT_EQ(gauge.DataflashBytes(64, 32), Pattern(32, 0x50));
-
-  // A spoilt read changes what arrives, not what is stored; words count low byte as byte 0.
-  gauge.CorruptNextRead(Transfer::BlockRead, 7);
-  Bytes spoilt = Pattern(32, 0x50);
-  spoilt[7] = static_cast<std::uint8_t>(~spoilt[7]);
-  EXPECT_EQ(gauge.ReadBlock(kRowData), spoilt);
-  EXPECT_EQ(gauge.ReadBlock(kRowData), Pattern(32, 0x50));
-  gauge.CorruptNextRead(Transfer::WordRead, 1);
-  EXPECT_EQ(gauge.ReadWord(Gauge::kRelativeStateOfCharge), 0xFF00 | Gauge::kDefaultStateOfCharge);
-  EXPECT_EQ(gauge.ReadWord(Gauge::kRelativeStateOfCharge), Gauge::kDefaultStateOfCharge);
 }
 
 }  // namespace
