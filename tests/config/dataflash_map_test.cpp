@@ -11,12 +11,14 @@
 #include "platforms/virtual_platform.h"
 #include "shell/shared_state.h"
 #include "sim/clock.h"
+#include "tests/support/sim_bench.h"
 #include "tests/support/temp_appdir.h"
 
 namespace ombrelay {
 namespace {
 
 using nlohmann::json;
+using testing::Shown;
 using testing::TempAppDir;
 
 constexpr const char* kNoTarget =
@@ -50,12 +52,6 @@ json Class(const std::string& name, json subclasses) {
 json Map(json classes) {
   return {{"format", "ombrelay-dataflash-map/1"}, {"classes", classes}};
 }
-
-struct Shown {
-  std::string text;
-  MessageStyle style;
-  bool operator==(const Shown&) const = default;
-};
 
 struct Found {
   std::int32_t result = 0;
@@ -96,9 +92,7 @@ class DataflashMap : public ::testing::Test {
     ASSERT_EQ(LoadCfgFile((appdir.Path() / "map.json").string()), 0) << MapLoadError();
   }
   std::vector<Shown> TakeBoxes() {
-    std::vector<Shown> shown;
-    for (const auto& message : platform.Messages())
-      shown.push_back({message.text, message.style});
+    std::vector<Shown> shown = testing::Boxes(platform);
     platform.ClearMessages();
     return shown;
   }
@@ -203,21 +197,6 @@ TEST_F(DataflashMap, NamesPassThroughA128CharacterBuffer) {
   EXPECT_EQ(MapClassName(0), longName.substr(0, 127));
   EXPECT_EQ(Find(longName, "S", "p", true).result, kParameterNotFound);
   EXPECT_EQ(Find(longName.substr(0, 127), "S", "p", true).result, 0);
-}
-
-TEST_F(DataflashMap, EveryShippedGaugeFindsItsMapAndOperationCfgA) {
-  g_sPluginFolder = OMBRELAY_SOURCE_APPDIR "/plugins";
-  for (const auto& [device, firmware] : std::vector<std::pair<std::string, std::string>>{
-           {"4D31", "2_05"}, {"B12", "1_07"}, {"5120", "3_01"}, {"4B60", "1_10"}}) {
-    g_sDeviceNumber = device;
-    g_sFirmwareVersion = firmware;
-    g_sDataFlashMapPath.clear();
-    ASSERT_EQ(LocateDataflashMap(), 0) << device;
-    ASSERT_EQ(LoadCfgFile(g_sDataFlashMapPath), 0) << device << ": " << MapLoadError();
-    EXPECT_EQ(Find("Configuration", "Registers", "Operation Cfg A").type, "H2") << device;
-    UnloadCfgFile();
-  }
-  EXPECT_EQ(TakeBoxes(), std::vector<Shown>{});
 }
 
 }  // namespace

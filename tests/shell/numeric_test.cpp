@@ -30,24 +30,17 @@ TEST(NumberRules, SixteenBitConversionRoundsBeforeCheckingRange) {
 }
 
 TEST(NumberRules, ErrorsCarryTheirShortDescriptions) {
-  try {
-    ToInt16(40000);
-    FAIL();
-  } catch (const RuntimeError& e) {
-    EXPECT_STREQ(e.what(), "Overflow");
-  }
-  try {
-    TextToDouble("12a");
-    FAIL();
-  } catch (const RuntimeError& e) {
-    EXPECT_STREQ(e.what(), "Type mismatch");
-  }
-  try {
-    Divide(1.0, 0.0);
-    FAIL();
-  } catch (const RuntimeError& e) {
-    EXPECT_STREQ(e.what(), "Division by zero");
-  }
+  const auto what = [](auto call) -> std::string {
+    try {
+      call();
+    } catch (const RuntimeError& e) {
+      return e.what();
+    }
+    return "no error";
+  };
+  EXPECT_EQ(what([] { ToInt16(40000); }), "Overflow");
+  EXPECT_EQ(what([] { TextToDouble("12a"); }), "Type mismatch");
+  EXPECT_EQ(what([] { Divide(1.0, 0.0); }), "Division by zero");
 }
 
 TEST(NumberRules, TextToNumberTrimsBlanksAndRejectsWhatIsNoNumber) {
