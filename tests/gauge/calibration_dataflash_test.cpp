@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "shell/shared_state.h"
 #include "tests/support/gauge_bench.h"
 
@@ -17,13 +15,6 @@ using Lines = std::vector<std::string>;
 sim::Bytes CalData(std::size_t from, std::size_t count) {
   return {g_abCalData.begin() + static_cast<std::ptrdiff_t>(from),
           g_abCalData.begin() + static_cast<std::ptrdiff_t>(from + count)};
-}
-
-// Runs then() once, right after the nth operation named op: a fault that strikes mid-way.
-void After(GaugeBench& bench, const std::string& op, int nth, std::function<void()> then) {
-  bench.host.onOperation = [op, nth, then, seen = 0](const BusOperation& operation) mutable {
-    if (operation.op == op && ++seen == nth) then();
-  };
 }
 
 std::vector<std::int64_t> TimesOf(const GaugeBench& bench, const std::string& op) {
@@ -171,7 +162,7 @@ TEST(CalibrationRows, ReadTakesBothRowsWhateverTheFirstGave) {
   EXPECT_EQ(CalData(32, 32), bench.gauge->DataflashBytes(32, 32));
 
   // A failed second row leaves zeros and does not change the result.
-  After(bench, "ReadSMBusBlock_", 1, [&] { bench.gauge->FailNext(Transfer::BlockRead, 1); });
+  bench.After("ReadSMBusBlock_", 1, [&] { bench.gauge->FailNext(Transfer::BlockRead, 1); });
   EXPECT_EQ(ReadCalRows(), 0);
   EXPECT_EQ(CalData(0, 32), bench.gauge->DataflashBytes(0, 32));
   EXPECT_EQ(CalData(32, 32), sim::Bytes(32, 0));
@@ -210,7 +201,7 @@ TEST(CalibrationRows, WriteFailuresOfTheSecondRow) {
   g_abCalData[33] ^= 0xFF;
 
   // The second row's request fails: nothing more is sent.
-  After(bench, "WriteSMBusWord_", 3, [&] { bench.gauge->FailNext(Transfer::WordWrite, 1); });
+  bench.After("WriteSMBusWord_", 3, [&] { bench.gauge->FailNext(Transfer::WordWrite, 1); });
   EXPECT_EQ(WriteCalRows(), 1);
   EXPECT_EQ(bench.OperationsNamed("WriteSMBusBlock").size(), 1U);
   EXPECT_EQ(bench.MessageTexts(),
@@ -218,7 +209,7 @@ TEST(CalibrationRows, WriteFailuresOfTheSecondRow) {
 
   // The second row's write fails: reported, then found again by the verification.
   bench.Restart();
-  After(bench, "WriteSMBusBlock", 1, [&] { bench.gauge->FailNext(Transfer::BlockWrite, 1); });
+  bench.After("WriteSMBusBlock", 1, [&] { bench.gauge->FailNext(Transfer::BlockWrite, 1); });
   EXPECT_EQ(WriteCalRows(), 1);
   EXPECT_NE(bench.gauge->DataflashBytes(33, 1)[0], g_abCalData[33]);
   EXPECT_EQ(bench.MessageTexts(), (Lines{"Not able to Write Second Calibration row to DataFlash.",
@@ -226,7 +217,7 @@ TEST(CalibrationRows, WriteFailuresOfTheSecondRow) {
 
   // Its read-back fails: reported, and the empty buffer fails the verification.
   bench.Restart();
-  After(bench, "ReadSMBusBlock_", 1, [&] { bench.gauge->FailNext(Transfer::BlockRead, 1); });
+  bench.After("ReadSMBusBlock_", 1, [&] { bench.gauge->FailNext(Transfer::BlockRead, 1); });
   EXPECT_EQ(WriteCalRows(), 1);
   EXPECT_EQ(bench.gauge->DataflashBytes(33, 1)[0], g_abCalData[33]) << "this time it was written";
   EXPECT_EQ(bench.MessageTexts(),
