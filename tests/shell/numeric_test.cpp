@@ -5,16 +5,14 @@
 namespace ombrelay {
 namespace {
 
-TEST(NumberRules, RoundsHalfToEven) {
+TEST(NumberRules, RoundsHalfToEvenBeforeCheckingTheRange) {
   EXPECT_EQ(RoundHalfEven(2.5), 2.0);
   EXPECT_EQ(RoundHalfEven(3.5), 4.0);
   EXPECT_EQ(RoundHalfEven(-3.5), -4.0);
   EXPECT_EQ(RoundHalfEven(-2.5), -2.0);
   EXPECT_EQ(RoundHalfEven(2.4999), 2.0);
   EXPECT_EQ(RoundHalfEven(-0.5), 0.0);
-}
 
-TEST(NumberRules, SixteenBitConversionRoundsBeforeCheckingRange) {
   EXPECT_EQ(ToInt16(32767.0), 32767);
   EXPECT_EQ(ToInt16(32767.4), 32767);
   EXPECT_EQ(ToInt16(-32768.5), -32768);  // ties to even: -32768
@@ -58,7 +56,7 @@ TEST(NumberRules, TextToNumberTrimsBlanksAndRejectsWhatIsNoNumber) {
   EXPECT_THROW(TextToDouble("1e999"), RuntimeError);
 }
 
-TEST(NumberFormats, TenthsHaveTwoIntegerDigitsAndKeepTheSign) {
+TEST(NumberFormats, TenthsThreeDecimalsShortestAndHex) {
   EXPECT_EQ(FormatTenths(25.3), "25.3");
   EXPECT_EQ(FormatTenths(5.0), "05.0");
   EXPECT_EQ(FormatTenths(-5.5), "-05.5");
@@ -67,9 +65,7 @@ TEST(NumberFormats, TenthsHaveTwoIntegerDigitsAndKeepTheSign) {
   EXPECT_EQ(FormatTenths(-0.04), "00.0");
   EXPECT_EQ(FormatTenths(123.45), "123.5");
   EXPECT_EQ(FormatTenths(-273.2), "-273.2");
-}
 
-TEST(NumberFormats, ThreeDecimalsThenShortestText) {
   EXPECT_EQ(FormatThreeDecimals(0.1), "0.1");
   EXPECT_EQ(FormatThreeDecimals(1.0), "1");
   EXPECT_EQ(FormatThreeDecimals(1.23449), "1.234");
@@ -79,9 +75,7 @@ TEST(NumberFormats, ThreeDecimalsThenShortestText) {
   EXPECT_EQ(FormatShortest(25.0), "25");
   EXPECT_EQ(FormatShortest(-0.5), "-0.5");
   EXPECT_EQ(FormatShortest(25.3), "25.3");
-}
 
-TEST(NumberFormats, HexIsUpperCaseWithoutLeadingZeros) {
   EXPECT_EQ(Hex(0), "0");
   EXPECT_EQ(Hex(0x0B), "B");
   EXPECT_EQ(Hex(0xABCDEF01), "ABCDEF01");

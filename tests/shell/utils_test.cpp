@@ -37,7 +37,7 @@ TEST(Utils, SplitAndJoinAreBitPatternsAndRoundTrip) {
   }
 }
 
-TEST(Utils, IsBitSetWidensWithTheSign) {
+TEST(Utils, BitsWidenWithTheSignHexDigitsAndPadding) {
   EXPECT_TRUE(IsBitSet(std::int16_t{-32768}, 15));
   EXPECT_TRUE(IsBitSet(std::int16_t{-32768}, 16));
   EXPECT_FALSE(IsBitSet(std::int32_t{0x00008000}, 16));
@@ -47,9 +47,7 @@ TEST(Utils, IsBitSetWidensWithTheSign) {
   EXPECT_FALSE(IsBitSet(std::int32_t{0x7FFFFFFF}, 31));
   EXPECT_TRUE(IsBitSet(std::int32_t{1}, -5));  // a bit below 0 counts as 0
   EXPECT_FALSE(IsBitSet(std::int32_t{2}, 0));
-}
 
-TEST(Utils, HexDigitsAndZeroPadding) {
   for (const char* yes : {"0", "9", "A", "F", "a", "f", "Fx"})
     EXPECT_TRUE(IsHexDigit(yes)) << yes;
   for (const char* no : {":", "@", "G", "g", " ", "/"})

