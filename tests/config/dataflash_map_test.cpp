@@ -8,9 +8,7 @@
 
 #include "config/app_directory.h"
 #include "config/map_library.h"
-#include "platforms/virtual_platform.h"
 #include "shell/shared_state.h"
-#include "sim/clock.h"
 #include "tests/support/sim_bench.h"
 #include "tests/support/temp_appdir.h"
 
@@ -71,16 +69,10 @@ Found Find(const std::string& sClass, const std::string& sSubclass, const std::s
 class DataflashMap : public ::testing::Test {
  protected:
   DataflashMap() {
-    ResetSharedState();
-    g_oPlatform = &platform;
-    g_sPluginFolder = (appdir.Path() / "plugins").string();
     g_sDeviceNumber = "4D31";
     g_sFirmwareVersion = "2_05";
   }
-  ~DataflashMap() override {
-    UnloadCfgFile();
-    ResetSharedState();
-  }
+  ~DataflashMap() override { UnloadCfgFile(); }
 
   void WriteTarget(const std::string& targetLines, const json& map) {
     appdir.Write("Quvara.ini", "[Targets]\nB12_1_07=targets/other\n4D31_2_05=targets/t\n");
@@ -92,14 +84,13 @@ class DataflashMap : public ::testing::Test {
     ASSERT_EQ(LoadCfgFile((appdir.Path() / "map.json").string()), 0) << MapLoadError();
   }
   std::vector<Shown> TakeBoxes() {
-    std::vector<Shown> shown = testing::Boxes(platform);
-    platform.ClearMessages();
+    std::vector<Shown> shown = testing::Boxes(bench.platform);
+    bench.platform.ClearMessages();
     return shown;
   }
 
   TempAppDir appdir{false};
-  sim::VirtualClock clock;
-  VirtualPlatform platform{clock};
+  testing::SimBench bench{std::nullopt, appdir.Path().string()};
   std::string appdirText = appdir.Path().string() + "/";
 };
 

@@ -10,6 +10,7 @@
 #include "calibration/calibration_tables.h"
 #include "shell/numeric.h"
 #include "shell/shared_state.h"
+#include "tests/support/sim_bench.h"
 
 namespace ombrelay {
 namespace {
@@ -72,11 +73,9 @@ TEST(GaugeFloat, StaysNormalisedAroundPowersOfTwo) {
 
 class TransferCalDataTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    ResetSharedState();
-    CalInit();
-  }
-  void TearDown() override { ResetSharedState(); }
+  TransferCalDataTest() { CalInit(); }
+
+  testing::SimBench clean{std::nullopt};  // the shared state, reset before and after
 
   static void Put(std::size_t position, std::initializer_list<std::uint8_t> bytes) {
     for (const std::uint8_t byte : bytes)

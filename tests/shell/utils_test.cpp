@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platforms/virtual_platform.h"
 #include "shell/controls.h"
 #include "shell/shared_state.h"
+#include "tests/support/sim_bench.h"
 
 namespace ombrelay {
 namespace {
@@ -59,31 +59,27 @@ TEST(Utils, BitsWidenWithTheSignHexDigitsAndPadding) {
 }
 
 TEST(Delay, WaitsAtLeastTheTimeAndLetsTimersTickAndZeroPumpsOnce) {
-  ResetSharedState();
-  sim::VirtualClock clock;
-  VirtualPlatform platform(clock);
-  g_oPlatform = &platform;
+  testing::SimBench bench(std::nullopt);
   int ticks = 0;
   Timer timer;
   timer.Tick = [&] { ++ticks; };
   timer.SetInterval(100);
-  platform.AttachTimer(timer);
+  bench.platform.AttachTimer(timer);
   timer.SetEnabled(true);
-  auto before = clock.NowMs();
+  auto before = bench.clock.NowMs();
   DelayMilliseconds(1000);
-  EXPECT_GE(clock.NowMs() - before, 1000);
-  EXPECT_LE(clock.NowMs() - before, 1010);
+  EXPECT_GE(bench.clock.NowMs() - before, 1000);
+  EXPECT_LE(bench.clock.NowMs() - before, 1010);
   EXPECT_EQ(ticks, 10);
 
   ticks = 0;
   timer.SetInterval(1);
-  before = clock.NowMs();
+  before = bench.clock.NowMs();
   DelaySeconds(0.0F);
   DelaySeconds(-3.0F);
-  EXPECT_EQ(clock.NowMs() - before, 2);
+  EXPECT_EQ(bench.clock.NowMs() - before, 2);
   EXPECT_EQ(ticks, 2);
-  platform.DetachTimer(timer);
-  ResetSharedState();
+  bench.platform.DetachTimer(timer);
 }
 
 TEST(DelayAtMidnight, EndsEarlyWhenTheClockWraps) {
