@@ -8,15 +8,15 @@
 
 #include "config/app_directory.h"
 #include "config/map_library.h"
-#include "platforms/virtual_platform.h"
 #include "shell/shared_state.h"
-#include "sim/clock.h"
+#include "tests/support/sim_bench.h"
 #include "tests/support/temp_appdir.h"
 
 namespace ombrelay {
 namespace {
 
 using nlohmann::json;
+using testing::Shown;
 using testing::TempAppDir;
 
 constexpr const char* kNoTarget =
@@ -51,12 +51,6 @@ json Map(json classes) {
   return {{"format", "ombrelay-dataflash-map/1"}, {"classes", classes}};
 }
 
-struct Shown {
-  std::string text;
-  MessageStyle style;
-  bool operator==(const Shown&) const = default;
-};
-
 struct Found {
   std::int32_t result = 0;
   std::int32_t id = -1;
@@ -75,16 +69,10 @@ Found Find(const std::string& sClass, const std::string& sSubclass, const std::s
 class DataflashMap : public ::testing::Test {
  protected:
   DataflashMap() {
-    ResetSharedState();
-    g_oPlatform = &platform;
-    g_sPluginFolder = (appdir.Path() / "plugins").string();
     g_sDeviceNumber = "4D31";
     g_sFirmwareVersion = "2_05";
   }
-  ~DataflashMap() override {
-    UnloadCfgFile();
-    ResetSharedState();
-  }
+  ~DataflashMap() override { UnloadCfgFile(); }
 
   void WriteTarget(const std::string& targetLines, const json& map) {
     appdir.Write("Quvara.ini", "[Targets]\nB12_1_07=targets/other\n4D31_2_05=targets/t\n");
@@ -96,16 +84,13 @@ class DataflashMap : public ::testing::Test {
     ASSERT_EQ(LoadCfgFile((appdir.Path() / "map.json").string()), 0) << MapLoadError();
   }
   std::vector<Shown> TakeBoxes() {
-    std::vector<Shown> shown;
-    for (const auto& message : platform.Messages())
-      shown.push_back({message.text, message.style});
-    platform.ClearMessages();
+    std::vector<Shown> shown = testing::Boxes(bench.platform);
+    bench.platform.ClearMessages();
     return shown;
   }
 
   TempAppDir appdir{false};
-  sim::VirtualClock clock;
-  VirtualPlatform platform{clock};
+  testing::SimBench bench{std::nullopt, appdir.Path().string()};
   std::string appdirText = appdir.Path().string() + "/";
 };
 
@@ -203,21 +188,6 @@ TEST_F(DataflashMap, NamesPassThroughA128CharacterBuffer) {
   EXPECT_EQ(MapClassName(0), longName.substr(0, 127));
   EXPECT_EQ(Find(longName, "S", "p", true).result, kParameterNotFound);
   EXPECT_EQ(Find(longName.substr(0, 127), "S", "p", true).result, 0);
-}
-
-TEST_F(DataflashMap, EveryShippedGaugeFindsItsMapAndOperationCfgA) {
-  g_sPluginFolder = OMBRELAY_SOURCE_APPDIR "/plugins";
-  for (const auto& [device, firmware] : std::vector<std::pair<std::string, std::string>>{
-           {"4D31", "2_05"}, {"B12", "1_07"}, {"5120", "3_01"}, {"4B60", "1_10"}}) {
-    g_sDeviceNumber = device;
-    g_sFirmwareVersion = firmware;
-    g_sDataFlashMapPath.clear();
-    ASSERT_EQ(LocateDataflashMap(), 0) << device;
-    ASSERT_EQ(LoadCfgFile(g_sDataFlashMapPath), 0) << device << ": " << MapLoadError();
-    EXPECT_EQ(Find("Configuration", "Registers", "Operation Cfg A").type, "H2") << device;
-    UnloadCfgFile();
-  }
-  EXPECT_EQ(TakeBoxes(), std::vector<Shown>{});
 }
 
 }  // namespace

@@ -1,63 +1,71 @@
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 #include "config/device_configuration.h"
 #include "config/identification.h"
+#include "shell/shared_state.h"
+#include "tests/support/sim_bench.h"
+#include "tests/support/temp_appdir.h"
 
 namespace ombrelay {
 namespace {
 
-std::vector<std::uint8_t> ShortForm(std::uint8_t type6, std::uint8_t type9 = 0) {
-  return {0x12, 0x34, 0x01, 0x07, 0x00, 0x12, type6, 0, 0, type9, 0};
-}
+using Block = std::vector<std::uint8_t>;
 
-std::vector<std::uint8_t> LongForm(std::uint8_t mark, std::uint8_t type11, std::uint8_t type12) {
-  return {0x4B, 0x60, 0x01, 0x10, 0x00, 0x03, 0, 0, 0, 0, mark, type11, type12};
-}
-
-TEST(IdentificationBlock, ShortFormGivesTheFourStrings) {
-  const auto identity = DecodeIdentificationBlock(ShortForm(2));
-  ASSERT_TRUE(identity);
-  EXPECT_EQ(identity->deviceNumber, "1234");
-  EXPECT_EQ(identity->firmwareVersion, "1_07");
-  EXPECT_EQ(identity->firmwareType, "2");
-  EXPECT_EQ(identity->buildNumber, "0012");
-}
-
-TEST(IdentificationBlock, TypeOf255StandsInByteNineAndTypesAreDecimal) {
-  EXPECT_EQ(DecodeIdentificationBlock(ShortForm(255, 3))->firmwareType, "3");
-  EXPECT_EQ(DecodeIdentificationBlock(ShortForm(254, 3))->firmwareType, "254");
-  EXPECT_EQ(DecodeIdentificationBlock(ShortForm(17))->firmwareType, "17");
-}
-
-TEST(IdentificationBlock, LeadingDigitsAreNotPaddedButTheRestAre) {
-  const std::vector<std::uint8_t> block = {0x0B, 0x02, 0x1A, 0x0C, 0x0F, 0x00, 1, 0, 0, 0, 0};
+std::string Decoded(const Block& block) {
   const auto identity = DecodeIdentificationBlock(block);
-  ASSERT_TRUE(identity);
-  EXPECT_EQ(identity->deviceNumber, "B02");
-  EXPECT_EQ(identity->firmwareVersion, "1A_0C");
-  EXPECT_EQ(identity->buildNumber, "0F00");
+  if (!identity) return "none";
+  return identity->deviceNumber + " " + identity->firmwareVersion + " " + identity->firmwareType +
+         " " + identity->buildNumber;
 }
 
-TEST(IdentificationBlock, LongFormDropsALeadingZeroTypeByte) {
-  const auto identity = DecodeIdentificationBlock(LongForm(1, 0, 5));
-  ASSERT_TRUE(identity);
-  EXPECT_EQ(identity->deviceNumber, "4B60");
-  EXPECT_EQ(identity->firmwareVersion, "1_10");
-  EXPECT_EQ(identity->firmwareType, "5");
-  EXPECT_EQ(identity->buildNumber, "0003");
-  EXPECT_EQ(DecodeIdentificationBlock(LongForm(1, 1, 5))->firmwareType, "15");
-  EXPECT_EQ(DecodeIdentificationBlock(LongForm(1, 0x12, 0x0A))->firmwareType, "12A");
+TEST(IdentificationBlock, BothFormsAndEveryOtherRejected) {
+  const std::pair<Block, std::string> cases[] = {
+      {{0x12, 0x34, 0x01, 0x07, 0x00, 0x12, 2, 0, 0, 0, 0}, "1234 1_07 2 0012"},
+      // A type of 255 stands in byte 9; types are decimal.
+      {{0x12, 0x34, 0x01, 0x07, 0x00, 0x12, 255, 0, 0, 3, 0}, "1234 1_07 3 0012"},
+      {{0x12, 0x34, 0x01, 0x07, 0x00, 0x12, 254, 0, 0, 3, 0}, "1234 1_07 254 0012"},
+      // Leading digits are not padded, the rest are.
+      {{0x0B, 0x02, 0x1A, 0x0C, 0x0F, 0x00, 17, 0, 0, 0, 0}, "B02 1A_0C 17 0F00"},
+      // The long form drops a leading zero type byte.
+      {{0x4B, 0x60, 0x01, 0x10, 0x00, 0x03, 0, 0, 0, 0, 1, 0, 5}, "4B60 1_10 5 0003"},
+      {{0x4B, 0x60, 0x01, 0x10, 0x00, 0x03, 0, 0, 0, 0, 1, 1, 5}, "4B60 1_10 15 0003"},
+      {{0x4B, 0x60, 0x01, 0x10, 0x00, 0x03, 0, 0, 0, 0, 1, 0x12, 0x0A}, "4B60 1_10 12A 0003"},
+      {{0x4B, 0x60, 0x01, 0x10, 0x00, 0x03, 0, 0, 0, 0, 2, 0, 5}, "none"},
+      {{0x4B, 0x60, 0x01, 0x10, 0x00, 0x03, 0, 0, 0, 0, 0, 0, 5}, "none"},
+  };
+  for (const auto& [block, expected] : cases)
+    EXPECT_EQ(Decoded(block), expected) << block.size();
+  for (const std::size_t length : {0U, 1U, 10U, 12U, 14U, 32U})
+    EXPECT_EQ(Decoded(Block(length, 1)), "none") << length;
 }
 
-TEST(IdentificationBlock, RejectsEveryOtherForm) {
-  EXPECT_FALSE(DecodeIdentificationBlock(LongForm(2, 0, 5)));
-  EXPECT_FALSE(DecodeIdentificationBlock(LongForm(0, 0, 5)));
-  for (std::size_t length : {0U, 1U, 10U, 12U, 14U, 32U}) {
-    const std::vector<std::uint8_t> block(length, 1);
-    EXPECT_FALSE(DecodeIdentificationBlock(block)) << length;
+TEST(LoadDeviceConfiguration, TriesTheFiveSectionsFromLeastToMostSpecific) {
+  const std::string names[] = {"D4D31", "D4D31_T_1", "D4D31_2_05", "D4D31_2_05_1",
+                               "D4D31_2_05_1_0020"};
+  testing::TempAppDir appdir(false);
+  testing::SimBench bench(std::nullopt, appdir.Path().string());
+  g_sDeviceNumber = "4D31";
+  g_sFirmwareVersion = "2_05";
+  g_sFirmwareType = "1";
+  g_sBuildNumber = "0020";
+  g_sDataFlashMapPath = OMBRELAY_SOURCE_APPDIR "/maps/morlin-4D31-2_05.json";
+  // Sections up to the most specific one present, written in reverse: each sets NumSamples
+  // anew, so the last one tried shows. An empty section counts as none.
+  for (int most = 0; most < 5; ++most) {
+    std::string file = "[D4D31_2_05_1_0020_9]\nNumSamples=99\n";
+    if (most < 4) file += "[" + names[4] + "]\n";
+    for (int i = most; i >= 0; --i) {
+      file += "[" + names[i] + "]\nDFType=KELD\nTS1Supported=0\nTS2Supported=0\nNumSamples=" +
+              std::to_string(10 + i) + "\n";
+    }
+    appdir.Write("config.ini", file);
+    EXPECT_EQ(LoadDeviceConfiguration(), 0) << most;
+    EXPECT_EQ(g_iNumSamples, 10 + most) << most;
   }
+  EXPECT_TRUE(bench.MessageTexts().empty());
 }
 
 TEST(ConfigSection, SplitsAtTheFirstDotAndReplacesEveryDot) {

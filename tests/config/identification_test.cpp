@@ -1,52 +1,29 @@
+#include "config/identification.h"
+
 #include <gtest/gtest.h>
 
-#include "config/identification.h"
 #include "shell/shared_state.h"
-#include "tests/support/mock_host.h"
+#include "tests/support/gauge_bench.h"
 #include "tests/support/sim_bench.h"
 
 namespace ombrelay {
 namespace {
 
-using ::testing::_;
-using ::testing::Eq;
+using testing::GaugeBench;
 using testing::SimBench;
-
-std::vector<std::int64_t> CleanCheckTimes(const SimBench& bench) {
-  std::vector<std::int64_t> times;
-  for (const auto& operation : bench.OperationsNamed("CheckForError")) {
-    if (operation.status == 0) times.push_back(operation.tMs);
-  }
-  return times;
-}
+using Lines = std::vector<std::string>;
 
 TEST(ReadDeviceIdentification, WritesThreeBlocksThenSettlesThenReadsTheBlock) {
-  SimBench bench(sim::Family::Morlin);
-  const auto start = bench.clock.NowMs();
+  GaugeBench bench(sim::Family::Morlin);
   EXPECT_EQ(ReadDeviceIdentification(23), "4D31_2_05_1_0020");
-
-  const auto& operations = bench.host.Operations();
-  ASSERT_GE(operations.size(), 4U);
-  const std::vector<std::int32_t> writeCommands = {0x22, 0x20, 0x22};
-  for (std::size_t i = 0; i < writeCommands.size(); ++i) {
-    EXPECT_EQ(operations[i].op, "WriteSMBusBlock");
-    EXPECT_EQ(operations[i].cmd, writeCommands[i]);
-    EXPECT_EQ(operations[i].len, 62);
-    EXPECT_EQ(operations[i].data, std::vector<std::uint8_t>(62, 0));
-  }
-  EXPECT_EQ(operations.back().op, "ReadSMBusBlock_");
-  EXPECT_EQ(operations.back().cmd, 0x2F);
-  EXPECT_EQ(operations.back().len, 11);
-
-  // The gauge's pending errors are drained in the first pass; then four quiet passes 100 ms apart.
-  const auto clean = CleanCheckTimes(bench);
-  ASSERT_EQ(clean.size(), 4U);
-  for (std::size_t i = 1; i < clean.size(); ++i) EXPECT_EQ(clean[i] - clean[i - 1], 100);
-  EXPECT_FALSE(bench.OperationsNamed("CheckForError").front().status == 0);
-  EXPECT_EQ(clean.front() - start, 100);
-  EXPECT_EQ(operations.back().tMs, clean.back());
-  EXPECT_EQ(bench.clock.NowMs() - clean.back(), 500);
-
+  // The gauge's pending error is drained in the first pass; then four quiet passes 100 ms apart.
+  EXPECT_EQ(bench.Trace(),
+            (Lines{"0 WriteSMBusBlock 22 62", "0 WriteSMBusBlock 20 62", "0 WriteSMBusBlock 22 62",
+                   "100 CheckForError 1", "100 CheckForError 0", "200 CheckForError 0",
+                   "300 CheckForError 0", "400 CheckForError 0", "400 ReadSMBusBlock_ 2F 11"}));
+  for (const auto& write : bench.OperationsNamed("WriteSMBusBlock"))
+    EXPECT_EQ(write.data, std::vector<std::uint8_t>(62, 0));
+  EXPECT_EQ(bench.clock.NowMs() - bench.host.Operations().back().tMs, 500);
   EXPECT_EQ(g_sDeviceNumber, "4D31");
   EXPECT_EQ(g_sFirmwareVersion, "2_05");
   EXPECT_EQ(g_sFirmwareType, "1");
@@ -54,57 +31,50 @@ TEST(ReadDeviceIdentification, WritesThreeBlocksThenSettlesThenReadsTheBlock) {
 }
 
 TEST(ReadDeviceIdentification, AnErrorDuringSettlingStartsTheCountAgain) {
-  SimBench bench(sim::Family::Keld);
+  GaugeBench bench(sim::Family::Keld);
   int cleanChecks = 0;
   bench.host.onOperation = [&](const BusOperation& operation) {
-    if (operation.op == "CheckForError" && operation.status == 0 && ++cleanChecks == 3) {
+    if (operation.op == "CheckForError" && operation.status == 0 && ++cleanChecks == 3)
       bench.gauge->QueuePendingErrors(2);
-    }
   };
   EXPECT_EQ(ReadDeviceIdentification(23), "B12_1_07_2_0012");
-
-  // Errors in the fourth pass start the count again from that pass: seven passes in all.
-  const auto clean = CleanCheckTimes(bench);
-  ASSERT_EQ(clean.size(), 7U);
-  for (std::size_t i = 1; i < clean.size(); ++i) EXPECT_EQ(clean[i] - clean[i - 1], 100);
+  const Lines trace = bench.Trace();
+  EXPECT_EQ(Lines(trace.begin() + 3, trace.end()),
+            (Lines{"100 CheckForError 1", "100 CheckForError 1", "100 CheckForError 0",
+                   "200 CheckForError 0", "300 CheckForError 0", "400 CheckForError 1",
+                   "400 CheckForError 1", "400 CheckForError 0", "500 CheckForError 0",
+                   "600 CheckForError 0", "700 CheckForError 0", "700 ReadSMBusBlock_ 2F 11"}));
 }
 
-TEST(ReadDeviceIdentification, EachSampleFormGivesItsStrings) {
-  const std::vector<std::pair<sim::Family, std::string>> samples = {
-      {sim::Family::Keld, "B12_1_07_2_0012"},
-      {sim::Family::Quill, "5120_3_01_4_0101"},
-      {sim::Family::Morlin, "4D31_2_05_1_0020"},
-      {sim::Family::KeldPlus, "4B60_1_10_5_0003"}};
-  for (const auto& [family, expected] : samples) {
-    SimBench bench(family);
-    EXPECT_EQ(ReadDeviceIdentification(23), expected);
+// Notes the length each block read is asked for, before the host answers.
+class AskedLengths : public RecordingHost {
+ public:
+  using RecordingHost::RecordingHost;
+  Status ReadSMBusBlock_(std::int32_t command, std::span<std::uint8_t> data, std::int16_t& length,
+                         std::int16_t address) override {
+    asked.push_back(length);
+    return RecordingHost::ReadSMBusBlock_(command, data, length, address);
   }
+  std::vector<std::int16_t> asked;
+};
+
+TEST(ReadDeviceIdentification, AsksForElevenBytes) {
+  SimBench bench(sim::Family::KeldPlus);  // whose block is 13 bytes long
+  AskedLengths host(bench.bus, [] { return 0; });
+  g_oHost = &host;
+  EXPECT_EQ(ReadDeviceIdentification(23), "4B60_1_10_5_0003");
+  EXPECT_EQ(host.asked, std::vector<std::int16_t>{11});
 }
 
-TEST(ReadDeviceIdentification, AsksForElevenBytesAtTheGivenAddress) {
-  SimBench bench(sim::Family::Morlin);
-  ::testing::NiceMock<testing::MockHost> mock;
-  mock.DelegateTo(bench.bus);
-  g_oHost = &mock;
-  EXPECT_CALL(mock, ReadSMBusBlock_(0x2F, _, Eq(11), 23));
-  EXPECT_EQ(ReadDeviceIdentification(23), "4D31_2_05_1_0020");
-}
-
-TEST(ReadDeviceIdentification, ABlockThatMakesNoSenseLeavesTheStringsAlone) {
+TEST(ReadDeviceIdentification, ABlockThatMakesNoSenseOrFailsLeavesTheStringsAlone) {
   SimBench bench(sim::Family::Morlin);
   g_sDeviceNumber = "OLD";
-  const std::vector<std::vector<std::uint8_t>> blocks = {
-      {0x4B, 0x60, 1, 0x10, 0, 3, 0, 0, 0, 0, 2, 0, 5},  // 13 bytes without the form mark
-      std::vector<std::uint8_t>(12, 1),
-      {}};
-  for (const auto& block : blocks) {
-    bench.gauge->SetIdentificationBlock(block);
-    const auto before = bench.clock.NowMs();
-    EXPECT_EQ(ReadDeviceIdentification(23), "");
-    EXPECT_EQ(g_sDeviceNumber, "OLD");
-    EXPECT_LT(bench.clock.NowMs() - before, 900);  // no wait behind a failed read
-  }
+  bench.gauge->SetIdentificationBlock({0x4B, 0x60, 1, 0x10, 0, 3, 0, 0, 0, 0, 2, 0, 5});
+  const auto before = bench.clock.NowMs();
+  EXPECT_EQ(ReadDeviceIdentification(23), "");
+  EXPECT_LT(bench.clock.NowMs() - before, 900);  // no wait behind a failed read
 
+  bench.gauge->SetIdentificationBlock({0x4D, 0x31, 0x02, 0x05, 0x00, 0x20, 1, 0, 0, 0, 0});
   bench.gauge->FailNext(sim::Transfer::BlockRead, 1);
   EXPECT_EQ(ReadDeviceIdentification(23), "");
   EXPECT_EQ(g_sDeviceNumber, "OLD");
@@ -123,11 +93,6 @@ TEST(CheckDeviceResponds, JudgesTheStateOfCharge) {
   ASSERT_GE(reads.size(), 2U);
   EXPECT_EQ(reads[0].cmd, 0x00);  // ManufacturerAccess, still 0 before the configuration
   EXPECT_EQ(reads[1].cmd, 0x0D);
-}
-
-TEST(CheckDeviceResponds, WithoutAGaugeFails) {
-  SimBench bench(std::nullopt);
-  EXPECT_NE(CheckDeviceResponds(), 0);
 }
 
 }  // namespace

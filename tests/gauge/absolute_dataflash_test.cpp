@@ -44,12 +44,8 @@ TEST(ReadDFAbsolute, FailuresLeaveTheOutputsUnset) {
   std::uint8_t first = 7;
   std::uint8_t second = 7;
   // The second row's request fails.
-  bench.host.onOperation = [&, words = 0](const BusOperation& operation) mutable {
-    if (operation.op == "WriteSMBusWord_" && ++words == 2)
-      bench.gauge->FailNext(Transfer::WordWrite, 1);
-  };
+  bench.After("WriteSMBusWord_", 2, [&] { bench.gauge->FailNext(Transfer::WordWrite, 1); });
   EXPECT_EQ(ReadDFAbsolute(0x3F, first, second), 1);
-  bench.host.onOperation = nullptr;
   // A short row: reported, yet the host said 0.
   bench.gauge->AnswerNextBlockReadsWithLength(2, 31);
   EXPECT_EQ(ReadDFAbsolute(0x20, first, second), 0);
@@ -102,20 +98,14 @@ TEST(WriteDFAbsolute, FailuresStopOrGoOnAsEachPhaseDemands) {
             Lines{"Communication Error returned when reading block to write absolute address."});
   // The write is refused and so is the read-back.
   bench.Restart();
-  bench.host.onOperation = [&](const BusOperation& operation) {
-    if (operation.op == "ReadSMBusBlock_") bench.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
-  };
+  bench.After("ReadSMBusBlock_", 1,
+              [&] { bench.gauge->SetSecurityMode(sim::SecurityMode::Sealed); });
   EXPECT_NE(WriteDFAbsolute(0x40, 3, 4), 0);
-  bench.host.onOperation = nullptr;
   EXPECT_EQ(bench.gauge->DataflashBytes(0x40, 2), (sim::Bytes{1, 2}));
   // A failed request in the write phase stops everything.
   bench.gauge->SetSecurityMode(sim::SecurityMode::Unsealed);
-  bench.host.onOperation = [&, words = 0](const BusOperation& operation) mutable {
-    if (operation.op == "WriteSMBusWord_" && ++words == 1)
-      bench.gauge->FailNext(Transfer::WordWrite, 1);
-  };
+  bench.After("WriteSMBusWord_", 1, [&] { bench.gauge->FailNext(Transfer::WordWrite, 1); });
   EXPECT_EQ(WriteDFAbsolute(0x40, 5, 6), 1);
-  bench.host.onOperation = nullptr;
   EXPECT_EQ(bench.gauge->DataflashBytes(0x40, 2), (sim::Bytes{1, 2}));
   bench.gauge->FailNext(Transfer::WordWrite, 1);
   EXPECT_EQ(WriteDFAbsolute(0x40, 5, 6), 1);

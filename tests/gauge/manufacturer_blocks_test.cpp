@@ -6,12 +6,12 @@
 
 #include "calibration/calibration_tables.h"
 #include "shell/shared_state.h"
-#include "tests/support/sim_bench.h"
+#include "tests/support/gauge_bench.h"
 
 namespace ombrelay {
 namespace {
 
-using testing::SimBench;
+using testing::GaugeBench;
 
 constexpr const char* kBlockError =
     "Error returning values of Manufacturing Block. Please check communications.";
@@ -25,8 +25,13 @@ MODBuffer Filled(std::initializer_list<std::pair<std::size_t, std::uint16_t>> wo
   return buffer;
 }
 
-const std::string& Value(int block, int slot) {
-  return g_atMODBlocks[block].atFields[slot].sValue;
+using Lines = std::vector<std::string>;
+
+Lines Values(int block, std::initializer_list<int> slots) {
+  Lines values;
+  for (const int slot : slots)
+    values.push_back(g_atMODBlocks[block].atFields[slot].sValue);
+  return values;
 }
 
 // A gauge that answers the manufacturer data command with the block last selected.
@@ -42,107 +47,79 @@ class ManufacturerBlocksTest : public ::testing::Test {
     bench.gauge->SetWord(0x0A, 0xFFFE);
   }
 
-  SimBench bench{sim::Family::Morlin};
+  GaugeBench bench{sim::Family::Morlin};
   MODBuffer voltages = Filled({{0, 3700}, {2, 0xFFFF}, {10, 14800}});
   MODBuffer temperatures = Filled({{0, 2732}, {2, 2782}, {4, 2677}, {12, 2985}});
 };
 
 TEST_F(ManufacturerBlocksTest, DecodesEachTypeLowByteFirst) {
   DecodeMODBlock(0, voltages);
-  EXPECT_EQ(Value(0, 0), "3700");
-  EXPECT_EQ(Value(0, 1), "65535");
-  EXPECT_EQ(Value(0, 5), "14800");
-
+  EXPECT_EQ(Values(0, {0, 1, 5}), (Lines{"3700", "65535", "14800"}));
   DecodeMODBlock(1, temperatures);
-  EXPECT_EQ(Value(1, 0), "00.0");
-  EXPECT_EQ(Value(1, 1), "05.0");
-  EXPECT_EQ(Value(1, 2), "-05.5");
-  EXPECT_EQ(Value(1, 6), "25.3");
+  EXPECT_EQ(Values(1, {0, 1, 2, 6}), (Lines{"00.0", "05.0", "-05.5", "25.3"}));
 
   // Block 2: bytes, a signed word, and slot 11 beyond the field count.
   MODBuffer raw = Filled({{2, 0xFFFF}, {24, 0x1234}});
   raw[0] = 200;
   DecodeMODBlock(2, raw);
-  EXPECT_EQ(Value(2, 0), "200");
-  EXPECT_EQ(Value(2, 2), "-1");
-  EXPECT_EQ(Value(2, 11), "4660");
+  EXPECT_EQ(Values(2, {0, 2, 11}), (Lines{"200", "-1", "4660"}));
   EXPECT_TRUE(bench.MessageTexts().empty());
 }
 
 TEST_F(ManufacturerBlocksTest, UnknownTypesEmptyTheFieldAndDecodingGoesOn) {
   g_atMODBlocks[0].atFields[0].sDataType = "U4";
   DecodeMODBlock(0, voltages);
-  EXPECT_EQ(Value(0, 0), "");
-  EXPECT_EQ(Value(0, 1), "65535");
+  EXPECT_EQ(Values(0, {0, 1}), (Lines{"", "65535"}));
 
   g_atMODBlocks[2].atFields[8].sDataType = "T2";  // no temperatures among the raw values
   DecodeMODFieldRaw(2, 8, voltages);
-  EXPECT_EQ(Value(2, 8), "");
   DecodeMODFieldRaw(2, 6, voltages);
-  EXPECT_EQ(Value(2, 6), "14800");
+  EXPECT_EQ(Values(2, {8, 6}), (Lines{"", "14800"}));
   EXPECT_EQ(bench.MessageTexts(),
-            (std::vector<std::string>{"Unknown data type",
-                                      "Unknown data type reading data into local structure."}));
+            (Lines{"Unknown data type", "Unknown data type reading data into local structure."}));
 }
 
 TEST_F(ManufacturerBlocksTest, ReadAllRequestsEachBlockThenTheCurrent) {
   EXPECT_EQ(ReadAllMODBlocks(), 0);
-  EXPECT_EQ(Value(0, 0), "3700");
-  EXPECT_EQ(Value(1, 2), "-05.5");
-  EXPECT_EQ(Value(3, 0), "-2");
-
-  const auto& ops = bench.host.Operations();
-  std::vector<std::string> sequence;
-  for (const auto& op : ops)
-    sequence.push_back(op.op + " " + std::to_string(op.cmd));
-  ASSERT_EQ(sequence, (std::vector<std::string>{"WriteSMBusWord_ 0", "ReadSMBusBlock_ 35",
-                                                "WriteSMBusWord_ 0", "ReadSMBusBlock_ 35",
-                                                "ReadSMBusWord 10"}));
-  EXPECT_EQ(ops[0].word, 0x0071);
-  EXPECT_EQ(ops[2].word, 0x0072);
-  EXPECT_EQ(ops[1].tMs, ops[0].tMs);  // no wait between request and read
+  EXPECT_EQ((Lines{Values(0, {0})[0], Values(1, {2})[0], Values(3, {0})[0]}),
+            (Lines{"3700", "-05.5", "-2"}));
+  // No wait between request and read.
+  EXPECT_EQ(bench.Trace(), (Lines{"0 WriteSMBusWord_ 00 0071", "0 ReadSMBusBlock_ 23 32",
+                                  "0 WriteSMBusWord_ 00 0072", "0 ReadSMBusBlock_ 23 32",
+                                  "0 ReadSMBusWord 0A FFFE"}));
 
   // An inactive block is not requested; a failed current read empties the value only.
   g_atMODBlocks[1].bActive = false;
-  bench.host.Clear();
+  bench.Restart();
   bench.gauge->FailNext(sim::Transfer::WordRead, 1);
   EXPECT_EQ(ReadAllMODBlocks(), 0);
   EXPECT_EQ(bench.OperationsNamed("ReadSMBusBlock_").size(), 1U);
-  EXPECT_EQ(Value(3, 0), "");
+  EXPECT_EQ(Values(3, {0}), Lines{""});
 }
 
-TEST_F(ManufacturerBlocksTest, AFailedReadEmptiesOnlyTheShownFields) {
+TEST_F(ManufacturerBlocksTest, AFailedReadOrARetriedRequestEmptiesOnlyTheShownFields) {
   MODBuffer buffer{};
   g_atMODBlocks[2].atFields[11].sValue = "kept";
   bench.gauge->FailNext(sim::Transfer::BlockRead, 1);
   EXPECT_EQ(ReadMODBlock(2, buffer), 0);
-  for (int slot = 0; slot < 11; ++slot)
-    EXPECT_EQ(Value(2, slot), "") << slot;
-  EXPECT_EQ(Value(2, 11), "kept");
-  EXPECT_TRUE(bench.MessageTexts().empty());
-}
+  EXPECT_EQ(Values(2, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}), Lines(11, ""));
+  EXPECT_EQ(Values(2, {11}), Lines{"kept"});
 
-TEST_F(ManufacturerBlocksTest, ARequestThatGoesThroughOnTheRetryIsNotRead) {
-  MODBuffer buffer{};
+  // A request that goes through on its retry is not read.
+  bench.Restart();
   bench.gauge->FailNext(sim::Transfer::WordWrite, 1);
   EXPECT_EQ(ReadMODBlock(0, buffer), 0);
-  const auto writes = bench.OperationsNamed("WriteSMBusWord_");
-  ASSERT_EQ(writes.size(), 2U);
-  EXPECT_GE(writes[1].tMs - writes[0].tMs, 50);
-  EXPECT_EQ(writes[1].word, 0x0071);
-  EXPECT_TRUE(bench.OperationsNamed("ReadSMBusBlock_").empty());
-  for (int slot = 0; slot < 6; ++slot)
-    EXPECT_EQ(Value(0, slot), "") << slot;
+  EXPECT_EQ(bench.Trace(), (Lines{"0 WriteSMBusWord_ 00 0071", "50 WriteSMBusWord_ 00 0071"}));
+  EXPECT_EQ(Values(0, {0, 1, 2, 3, 4, 5}), Lines(6, ""));
   EXPECT_TRUE(bench.MessageTexts().empty());
 }
 
 TEST_F(ManufacturerBlocksTest, ARequestThatFailsTwiceEndsTheRefresh) {
   bench.gauge->FailNext(sim::Transfer::WordWrite, 2);
   EXPECT_EQ(ReadAllMODBlocks(), 1);
-  EXPECT_EQ(bench.MessageTexts(),
-            (std::vector<std::string>{"Failed to Write Command Voltages", kBlockError}));
+  EXPECT_EQ(bench.MessageTexts(), (Lines{"Failed to Write Command Voltages", kBlockError}));
   EXPECT_EQ(bench.host.Operations().size(), 2U);  // neither a block nor the current is read
-  EXPECT_EQ(Value(0, 0), "0");
+  EXPECT_EQ(Values(0, {0}), Lines{"0"});
 
   MODBuffer buffer{};
   bench.host.Clear();

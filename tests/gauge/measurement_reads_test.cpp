@@ -6,12 +6,14 @@
 
 #include "shell/numeric.h"
 #include "shell/shared_state.h"
-#include "tests/support/sim_bench.h"
+#include "tests/support/gauge_bench.h"
 
 namespace ombrelay {
 namespace {
 
+using testing::GaugeBench;
 using testing::SimBench;
+using Lines = std::vector<std::string>;
 
 constexpr const char* kFormatMessage =
     "Format specified in function readmeasurementfromdevice is not supported.";
@@ -49,7 +51,7 @@ TEST(readmeasurementfromdevice, RefusesUnusableInputWithoutTouchingTheBus) {
 }
 
 TEST(readmeasurementfromdevice, SbsWordsByFormat) {
-  SimBench bench;
+  GaugeBench bench(sim::Family::Morlin);
   bench.gauge->SetWord(0x09, 0x0FA0);
   bench.gauge->SetWord(0x0C, 0xFFFE);
   std::string value;
@@ -60,9 +62,8 @@ TEST(readmeasurementfromdevice, SbsWordsByFormat) {
   }
   EXPECT_EQ(readmeasurementfromdevice(" SBS ,12,extra", "I2", value), 0);
   EXPECT_EQ(value, "-2");
-  for (const auto& operation : bench.host.Operations())
-    EXPECT_EQ(operation.op, "ReadSMBusWord");
-  EXPECT_EQ(Commands(bench), (std::vector<std::int32_t>{0x09, 0x09, 0x0C}));
+  EXPECT_EQ(bench.Trace(), (Lines{"0 ReadSMBusWord 09 0FA0", "0 ReadSMBusWord 09 0FA0",
+                                  "0 ReadSMBusWord 0C FFFE"}));
 
   // U2 and I1 are 16-bit signed sums: a high byte of 128 or more overflows.
   value = "old";
@@ -77,20 +78,12 @@ TEST(readmeasurementfromdevice, SbsWordsByFormat) {
 }
 
 TEST(readmeasurementfromdevice, MacWritesTheWordThenReadsManufacturerAccess) {
-  SimBench bench;
+  GaugeBench bench(sim::Family::Morlin);
   bench.gauge->Commands().OnReadWord(0x00, [] { return std::optional<std::uint16_t>(2985); });
   std::string value;
   EXPECT_EQ(readmeasurementfromdevice("MAC,84", "I1", value), 0);
   EXPECT_EQ(value, "2985");
-  const auto& ops = bench.host.Operations();
-  ASSERT_EQ(ops.size(), 2U);
-  EXPECT_EQ(ops[0].op, "WriteSMBusWord_");
-  EXPECT_EQ(ops[0].cmd, 0x00);
-  EXPECT_EQ(ops[0].word, 84);
-  EXPECT_EQ(ops[1].op, "ReadSMBusWord");
-  EXPECT_EQ(ops[1].cmd, 0x00);
-  EXPECT_EQ(ops[1].tMs - ops[0].tMs, 3);
-
+  EXPECT_EQ(bench.Trace(), (Lines{"0 WriteSMBusWord_ 00 0054", "3 ReadSMBusWord 00 0BA9"}));
   bench.host.Clear();
   bench.gauge->FailNext(sim::Transfer::WordWrite, 1);
   EXPECT_EQ(readmeasurementfromdevice("MAC,84", "I1", value), 0);

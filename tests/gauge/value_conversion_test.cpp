@@ -10,11 +10,13 @@
 #include "calibration/calibration_tables.h"
 #include "shell/numeric.h"
 #include "shell/shared_state.h"
+#include "tests/support/sim_bench.h"
 
 namespace ombrelay {
 namespace {
 
 using Bytes4 = std::array<std::uint8_t, 4>;
+using Lines = std::vector<std::string>;
 
 Bytes4 HexToBytes(const std::string& hex) {
   Bytes4 bytes{};
@@ -71,18 +73,19 @@ TEST(GaugeFloat, StaysNormalisedAroundPowersOfTwo) {
 
 class TransferCalDataTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    ResetSharedState();
-    CalInit();
-  }
-  void TearDown() override { ResetSharedState(); }
+  TransferCalDataTest() { CalInit(); }
+
+  testing::SimBench clean{std::nullopt};  // the shared state, reset before and after
 
   static void Put(std::size_t position, std::initializer_list<std::uint8_t> bytes) {
     for (const std::uint8_t byte : bytes)
       g_abCalData[position++] = byte;
   }
-  static const std::string& Value(int record, int slot) {
-    return g_atCalParameters[record].atFields[slot].sValue;
+  static std::vector<std::string> Values(int record, std::initializer_list<int> slots) {
+    std::vector<std::string> values;
+    for (const int slot : slots)
+      values.push_back(g_atCalParameters[record].atFields[slot].sValue);
+    return values;
   }
 };
 
@@ -97,18 +100,10 @@ TEST_F(TransferCalDataTest, KeldRecordByteOrderHighFirst) {
   Put(19, {0x56, 0x22});
   g_atCalParameters[1].atFields[15].sValue = "untouched";
   TransferCalDatatoTable();
-  EXPECT_EQ(Value(1, 0), "0.1");
-  EXPECT_EQ(Value(1, 1), "1");
-  EXPECT_EQ(Value(1, 2), "-7000");
-  EXPECT_EQ(Value(1, 3), "-1");
-  EXPECT_EQ(Value(1, 4), "-128");
-  EXPECT_EQ(Value(1, 5), "127");
-  EXPECT_EQ(Value(1, 6), "16");
-  EXPECT_EQ(Value(1, 8), "20500");
-  EXPECT_EQ(Value(1, 9), "20501");
-  EXPECT_EQ(Value(1, 14), "22050");
-  EXPECT_EQ(Value(1, 15), "untouched");
-  EXPECT_EQ(Value(0, 0), "20451");  // other records untouched
+  EXPECT_EQ(Values(1, {0, 1, 2, 3, 4, 5, 6, 8, 9, 14, 15}),
+            (Lines{"0.1", "1", "-7000", "-1", "-128", "127", "16", "20500", "20501", "22050",
+                   "untouched"}));
+  EXPECT_EQ(Values(0, {0}), Lines{"20451"});  // other records untouched
 }
 
 TEST_F(TransferCalDataTest, MorlinRecordFloatsAndOddTypes) {
@@ -120,10 +115,7 @@ TEST_F(TransferCalDataTest, MorlinRecordFloatsAndOddTypes) {
   Put(24, {0xC8});
   g_atCalParameters[0].atFields[9].sDataType = "X4";
   TransferCalDatatoTable();
-  EXPECT_EQ(Value(0, 7), "280932.625");
-  EXPECT_EQ(Value(0, 10), "200");
-  EXPECT_EQ(Value(0, 9), "64");
-  EXPECT_EQ(Value(0, 15), "-10");
+  EXPECT_EQ(Values(0, {7, 10, 9, 15}), (Lines{"280932.625", "200", "64", "-10"}));
 }
 
 TEST_F(TransferCalDataTest, SecondMapRepeatsTheSlotBefore) {
@@ -132,17 +124,13 @@ TEST_F(TransferCalDataTest, SecondMapRepeatsTheSlotBefore) {
   Put(0, {0x4F, 0xE3});  // record 0 slot 0: 20451
   Put(28, {0x03, 0x7F, 0x01});
   TransferCalDatatoTable();
-  EXPECT_EQ(Value(0, 0), "20451");
-  EXPECT_EQ(Value(0, 13), "3");
-  EXPECT_EQ(Value(0, 14), "3");
-  EXPECT_EQ(Value(0, 15), "3");
+  EXPECT_EQ(Values(0, {0, 13, 14, 15}), (Lines{"20451", "3", "3", "3"}));
 
   // Once the fields belong to the calibration data they read their own bytes.
   g_atCalParameters[0].atFields[14].bInCalData = true;
   g_atCalParameters[0].atFields[15].bInCalData = true;
   TransferCalDatatoTable();
-  EXPECT_EQ(Value(0, 14), "127");
-  EXPECT_EQ(Value(0, 15), "1");
+  EXPECT_EQ(Values(0, {14, 15}), (Lines{"127", "1"}));
 }
 
 }  // namespace

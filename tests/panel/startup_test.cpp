@@ -8,6 +8,8 @@
 namespace ombrelay {
 namespace {
 
+using testing::Boxes;
+using testing::Shown;
 using testing::SimBench;
 using testing::TempAppDir;
 
@@ -25,19 +27,6 @@ constexpr const char* kNotConfigured =
     "Could not find Quvara configured version for connected Firmware or key configuration "
     "incorrect in application directory in file config.ini.";
 
-struct Shown {
-  std::string text;
-  MessageStyle style;
-  bool operator==(const Shown&) const = default;
-};
-
-std::vector<Shown> Boxes(const SimBench& bench) {
-  std::vector<Shown> shown;
-  for (const auto& message : bench.platform.Messages())
-    shown.push_back({message.text, message.style});
-  return shown;
-}
-
 void ExpectButtonsEnabled(const NBCal& panel, bool enabled) {
   for (const Button* button : {&panel.btnCalCCCounter, &panel.btnCalibrate, &panel.btnPackVoltage,
                                &panel.btnBoardOffset, &panel.btnPackCurrent}) {
@@ -53,7 +42,7 @@ TEST(Startup, WithoutAGaugeReportsEachFailureAndStaysUp) {
   const std::vector<Shown> expected = {{kNoDevice, MessageStyle::Error},
                                        {kNoTarget, MessageStyle::Error},
                                        {kMissingInformation, MessageStyle::Error}};
-  EXPECT_EQ(Boxes(bench), expected);
+  EXPECT_EQ(Boxes(bench.platform), expected);
   ExpectButtonsEnabled(panel, true);
   EXPECT_FALSE(panel.DFGrid.Visible);
   EXPECT_FALSE(panel.tmrScan.Enabled());
@@ -72,7 +61,7 @@ TEST(Startup, WithoutConfigIniSaysSoInBothWords) {
        "not proceed with calibration.",
        MessageStyle::Error},
       {kNotConfigured, MessageStyle::Plain}};
-  EXPECT_EQ(Boxes(bench), expected);
+  EXPECT_EQ(Boxes(bench.platform), expected);
   ExpectButtonsEnabled(panel, true);
 }
 
@@ -89,7 +78,7 @@ TEST(Startup, WithoutAMatchingSectionNamesTheFile) {
            path + ". Please obtain Quvara that supports this Firmware.",
        MessageStyle::Plain},
       {kNotConfigured, MessageStyle::Plain}};
-  EXPECT_EQ(Boxes(bench), expected);
+  EXPECT_EQ(Boxes(bench.platform), expected);
 }
 
 TEST(Startup, AGaugeThatOverstatesItsChargeIsReportedButStartupGoesOn) {
@@ -99,7 +88,7 @@ TEST(Startup, AGaugeThatOverstatesItsChargeIsReportedButStartupGoesOn) {
   panel.UserControl_Show();
 
   const std::vector<Shown> expected = {{kNoDevice, MessageStyle::Error}};
-  EXPECT_EQ(Boxes(bench), expected);
+  EXPECT_EQ(Boxes(bench.platform), expected);
   EXPECT_EQ(g_sDeviceNumber, "4D31");
 }
 
@@ -147,7 +136,7 @@ TEST(Startup, ASealedMorlinStopsBeforeTheCellCount) {
   panel.txtCellCount.Text = "untouched";
   panel.UserControl_Show();
 
-  EXPECT_EQ(Boxes(bench), (std::vector<Shown>{{kSealed, MessageStyle::Plain}}));
+  EXPECT_EQ(Boxes(bench.platform), (std::vector<Shown>{{kSealed, MessageStyle::Plain}}));
   ExpectButtonsEnabled(panel, true);
   EXPECT_EQ(panel.txtCellCount.Text, "untouched");
   for (const BusOperation& operation : bench.OperationsNamed("WriteSMBusWord_")) {
@@ -176,7 +165,7 @@ TEST(Startup, AMorlinLeftInCalibrationModeMustLeaveIt) {
   NBCal panel(bench.host, bench.platform);
   panel.UserControl_Show();
 
-  EXPECT_EQ(Boxes(bench).back(),
+  EXPECT_EQ(Boxes(bench.platform).back(),
             (Shown{"Unable to confirm device is executing firmware. Please check communications. "
                    "Close and restart Quvara after communications is established.",
                    MessageStyle::Plain}));
@@ -191,7 +180,7 @@ TEST(Startup, ACellCountThatCannotBeReadEndsStartup) {
   panel.txtPackActualVoltage.Text = "untouched";
   panel.UserControl_Show();
 
-  EXPECT_EQ(Boxes(bench),
+  EXPECT_EQ(Boxes(bench.platform),
             (std::vector<Shown>{{"Unable to determine number of cells in use. Please check "
                                  "communications with device.",
                                  MessageStyle::Plain}}));

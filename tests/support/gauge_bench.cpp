@@ -42,6 +42,13 @@ GaugeBench::GaugeBench(sim::Family family) : SimBench(family) {
   Restart();
 }
 
+void GaugeBench::After(const std::string& op, int nth, std::function<void()> then) {
+  host.onOperation = [op, nth, then = std::move(then),
+                      seen = 0](const BusOperation& operation) mutable {
+    if (operation.op == op && ++seen == nth) then();
+  };
+}
+
 void GaugeBench::Restart() {
   host.Clear();
   platform.ClearMessages();

@@ -3,6 +3,7 @@
 // gauge under the shipped configuration, and a compact trace of the bus for assertions.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ class GaugeBench : public SimBench {
  public:
   explicit GaugeBench(sim::Family family);
 
+  // Runs then() once, right after the nth operation named op from now: a fault that strikes
+  // mid-way.
+  void After(const std::string& op, int nth, std::function<void()> then);
   // Forgets the bus record and the boxes shown; the trace's times count from now.
   void Restart();
   // One line per operation since the last restart, its time in ms since then first:

@@ -7,6 +7,13 @@
 
 namespace ombrelay::testing {
 
+std::vector<Shown> Boxes(const VirtualPlatform& platform) {
+  std::vector<Shown> shown;
+  for (const auto& message : platform.Messages())
+    shown.push_back({message.text, message.style});
+  return shown;
+}
+
 SimBench::SimBench(std::optional<sim::Family> family, const std::string& appdir) {
   ResetSharedState();
   if (family) gauge = sim::MakeSampleGauge(*family, clock);
@@ -17,11 +24,14 @@ SimBench::SimBench(std::optional<sim::Family> family, const std::string& appdir)
   g_sPluginFolder = appdir + "/plugins";
 }
 
-SimBench::~SimBench() { ResetSharedState(); }
+SimBench::~SimBench() {
+  ResetSharedState();
+}
 
 std::vector<std::string> SimBench::MessageTexts() const {
   std::vector<std::string> texts;
-  for (const auto& message : platform.Messages()) texts.push_back(message.text);
+  for (const auto& message : platform.Messages())
+    texts.push_back(message.text);
   return texts;
 }
 

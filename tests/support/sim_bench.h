@@ -16,6 +16,14 @@
 
 namespace ombrelay::testing {
 
+// A message box as the user saw it.
+struct Shown {
+  std::string text;
+  MessageStyle style;
+  bool operator==(const Shown&) const = default;
+};
+std::vector<Shown> Boxes(const VirtualPlatform& platform);
+
 class SimBench {
  public:
   // With no family the bus has no gauge on it. appdir is the application directory holding

