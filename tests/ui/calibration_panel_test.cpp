@@ -16,6 +16,7 @@
 #include "hosts/sim_host.h"
 #include "shell/shared_state.h"
 #include "sim/clock.h"
+#include "sim/sample_gauges.h"
 #include "ui/qt_platform.h"
 
 namespace ombrelay {
@@ -203,6 +204,39 @@ TEST_F(CalibrationPanelTest, CheckBoxAndScanTimerReachTheControl) {
   control.tmrScan.SetEnabled(false);
   EXPECT_GE(ticks, 3);
   EXPECT_EQ(Find<QLineEdit>("txtCellCount").text().toStdString(), std::to_string(ticks));
+}
+
+TEST_F(CalibrationPanelTest, CalibrateButtonRunsItsHandler) {
+  ShowAndStart();
+  log.str({});
+  Find<QPushButton>("btnCalibrate").click();
+  EXPECT_EQ(log.str(),
+            "message: plain: Voltage and Temperature calibration selected but no check boxes "
+            "checked. There is nothing to do.\n");
+  EXPECT_TRUE(Find<QPushButton>("btnCalibrate").isEnabled());
+  EXPECT_FALSE(Find<QWidget>("imgCalDoneBox").isVisible());
+}
+
+TEST_F(CalibrationPanelTest, MorlinStartupShowsBothGrids) {
+  const std::unique_ptr<sim::Gauge> morlin = sim::MakeSampleGauge(sim::Family::Morlin, clock);
+  host.Attach(morlin.get());
+  ShowAndStart();
+  const auto& modeGrid = Find<QTableWidget>("displaygrid");
+  const auto& dataflashGrid = Find<QTableWidget>("DFGrid");
+  EXPECT_TRUE(Find<QLabel>("lblCurrentValues").isVisible());
+  ASSERT_TRUE(modeGrid.isVisible());
+  ASSERT_TRUE(dataflashGrid.isVisible());
+  EXPECT_EQ(modeGrid.pos(), QPoint(667, 67));
+  EXPECT_EQ(dataflashGrid.pos(), QPoint(667, 367));
+  ASSERT_GE(modeGrid.rowCount(), 12);
+  EXPECT_EQ(modeGrid.item(0, 0)->text(), "Parameter");
+  EXPECT_EQ(modeGrid.item(1, 1)->text(), "----");
+  EXPECT_TRUE(modeGrid.item(1, 0)->font().bold());
+  ASSERT_GE(dataflashGrid.rowCount(), 3);
+  EXPECT_EQ(dataflashGrid.item(0, 1)->text(), "Value");
+  EXPECT_FALSE(dataflashGrid.item(1, 0)->text().isEmpty());
+  EXPECT_FALSE(dataflashGrid.item(1, 1)->text().isEmpty()) << "read from the gauge's dataflash";
+  host.Attach(nullptr);
 }
 
 }  // namespace
