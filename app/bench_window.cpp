@@ -8,6 +8,7 @@
 #include <QToolBar>
 #include <nlohmann/json.hpp>
 
+#include "app/bench_sources_dock.h"
 #include "sim/sample_gauges.h"
 #include "ui/plugin_interface.h"
 
@@ -33,6 +34,7 @@ BenchWindow::BenchWindow(PanelPlugin& plugin, sim::Family family)
   simHost_.Attach(gauges_[IndexOf(family)].get());
 
   MakeGaugeChoice(family);
+  MakeSources(family);
   MakeBusLog();
   panel_ = plugin.CreateCalibrationPanel(host_, this);
   setCentralWidget(panel_);
@@ -76,9 +78,16 @@ void BenchWindow::MakeBusLog() {
   };
 }
 
+void BenchWindow::MakeSources(sim::Family family) {
+  sources_ = new BenchSourcesDock(this);
+  sources_->SetGauge(*gauges_[IndexOf(family)]);
+  addDockWidget(Qt::RightDockWidgetArea, sources_);
+}
+
 void BenchWindow::Attach(sim::Family family) {
   gaugeChoice_->setEnabled(false);
   simHost_.Attach(gauges_[IndexOf(family)].get());
+  sources_->SetGauge(*gauges_[IndexOf(family)]);
   panel_->hide();
   panel_->show();
 }

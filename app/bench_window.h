@@ -1,7 +1,8 @@
 #pragma once
 // The bench: the application that owns the bus. A simulated gauge of each family sits behind a
 // SimHost, a RecordingHost over it is the host the panel talks to, and the panel from the
-// plug-in fills the window. The tool bar chooses the gauge on the bus; a dock shows the bus log.
+// plug-in fills the window. The tool bar chooses the gauge on the bus; one dock sets what the
+// gauge measures, another shows the bus log.
 
 #include <QMainWindow>
 #include <array>
@@ -18,6 +19,7 @@ class QPlainTextEdit;
 
 namespace ombrelay {
 
+class BenchSourcesDock;
 class PanelPlugin;
 
 class BenchWindow : public QMainWindow {
@@ -29,6 +31,7 @@ class BenchWindow : public QMainWindow {
  private:
   void MakeGaugeChoice(sim::Family family);
   void MakeBusLog();
+  void MakeSources(sim::Family family);
   // Puts the gauge of family on the bus and shows the panel anew, so that start-up runs again.
   void Attach(sim::Family family);
 
@@ -39,6 +42,7 @@ class BenchWindow : public QMainWindow {
   QWidget* panel_ = nullptr;
   QComboBox* gaugeChoice_ = nullptr;
   QPlainTextEdit* busLog_ = nullptr;
+  BenchSourcesDock* sources_ = nullptr;
 };
 
 }  // namespace ombrelay

@@ -1,15 +1,6 @@
 #include "platforms/virtual_platform.h"
 
-#include <algorithm>
-
-#include "shell/controls.h"
-
 namespace ombrelay {
-
-VirtualPlatform::~VirtualPlatform() {
-  for (auto& entry : timers_)
-    entry.timer->BindPlatform(nullptr);
-}
 
 void VirtualPlatform::MessageBox(const std::string& text, MessageStyle style,
                                  const std::string& title) {
@@ -27,7 +18,9 @@ float VirtualPlatform::SecondsSinceMidnight() {
 
 void VirtualPlatform::PumpEvents() {
   clock_.Advance(pumpStepMs_);
-  FireDueTimers();
+  // Ticks run inside the pump, untrapped: a run-time error in one reaches the handler that
+  // waited.
+  timers_.RunDue(clock_.NowMs(), [](const std::function<void()>& tick) { tick(); });
 }
 
 float VirtualPlatform::Random() {
@@ -41,38 +34,15 @@ void VirtualPlatform::RunFor(std::int64_t milliseconds) {
 }
 
 void VirtualPlatform::AttachTimer(Timer& timer) {
-  if (Find(timer) == nullptr) timers_.push_back({&timer, -1});
-  timer.BindPlatform(this);
-  TimerChanged(timer);
+  timers_.Attach(timer, clock_.NowMs());
 }
 
 void VirtualPlatform::DetachTimer(Timer& timer) {
-  timer.BindPlatform(nullptr);
-  std::erase_if(timers_, [&](const ScheduledTimer& entry) { return entry.timer == &timer; });
+  timers_.Detach(timer);
 }
 
 void VirtualPlatform::TimerChanged(Timer& timer) {
-  ScheduledTimer* entry = Find(timer);
-  if (entry == nullptr) return;
-  const bool running = timer.Enabled() && timer.Interval() > 0;
-  entry->dueMs = running ? clock_.NowMs() + timer.Interval() : -1;
-}
-
-void VirtualPlatform::FireDueTimers() {
-  // A tick may pump again, and so start, stop or detach timers: look each one up afresh.
-  for (std::size_t i = 0; i < timers_.size(); ++i) {
-    ScheduledTimer& entry = timers_[i];
-    if (entry.dueMs < 0 || entry.dueMs > clock_.NowMs()) continue;
-    Timer& timer = *entry.timer;
-    entry.dueMs = clock_.NowMs() + timer.Interval();
-    if (timer.Tick) timer.Tick();
-  }
-}
-
-VirtualPlatform::ScheduledTimer* VirtualPlatform::Find(Timer& timer) {
-  const auto it = std::find_if(timers_.begin(), timers_.end(),
-                               [&](const ScheduledTimer& entry) { return entry.timer == &timer; });
-  return it == timers_.end() ? nullptr : &*it;
+  timers_.Changed(timer, clock_.NowMs());
 }
 
 }  // namespace ombrelay

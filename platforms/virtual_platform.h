@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platforms/timer_schedule.h"
 #include "shell/platform.h"
 #include "sim/clock.h"
 
@@ -22,7 +23,6 @@ struct RecordedMessage {
 class VirtualPlatform : public Platform {
  public:
   explicit VirtualPlatform(sim::VirtualClock& clock) : clock_(clock) {}
-  ~VirtualPlatform() override;
   VirtualPlatform(const VirtualPlatform&) = delete;
   VirtualPlatform& operator=(const VirtualPlatform&) = delete;
 
@@ -47,16 +47,9 @@ class VirtualPlatform : public Platform {
   void RunFor(std::int64_t milliseconds);
 
  private:
-  struct ScheduledTimer {
-    Timer* timer;
-    std::int64_t dueMs;  // -1 while disabled
-  };
-  void FireDueTimers();
-  ScheduledTimer* Find(Timer& timer);
-
   sim::VirtualClock& clock_;
   std::int64_t pumpStepMs_ = 1;
-  std::vector<ScheduledTimer> timers_;
+  TimerSchedule timers_{*this};
   std::vector<RecordedMessage> messages_;
   std::minstd_rand random_{12345};
 };

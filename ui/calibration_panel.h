@@ -21,6 +21,9 @@ class CalibrationPanel : public QWidget {
   ~CalibrationPanel() override;
 
   QSize sizeHint() const override;
+  // The control behind the view: the host reaches its members, such as Caption and
+  // TargetAddress, here.
+  NBCal& Control() { return nbcal_; }
   // Brings every widget up to date with its control.
   void Refresh() { bindings_.Refresh(); }
 

@@ -27,6 +27,8 @@ GridBinder::GridBinder(QTableWidget& widget, const Grid& control)
   // The control sizes the grid to its rows; scroll bars would only eat the value column.
   widget_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   widget_.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // The control's width is its columns' widths: a frame inside it would cut off the values.
+  widget_.setFrameShape(QFrame::NoFrame);
 }
 
 void GridBinder::Refresh() {

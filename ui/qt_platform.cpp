@@ -7,9 +7,10 @@
 #include <QThread>
 #include <QTime>
 #include <QTimer>
-#include <ostream>
 
 #include "panel/run_event.h"
+#include "platforms/message_line.h"
+#include "platforms/unit_random.h"
 #include "shell/controls.h"
 
 namespace ombrelay {
@@ -18,9 +19,6 @@ namespace {
 // How long one pump waits for further events: long enough that a busy wait sleeps instead of
 // spinning, short enough that it still sees its clock move.
 constexpr int kPumpWaitMs = 1;
-
-// 24 random bits give every float in [0, 1) that a float can hold evenly spaced, and never 1.
-constexpr std::uint32_t kRandomSteps = 1U << 24;
 
 }  // namespace
 
@@ -34,8 +32,7 @@ QtPlatform::~QtPlatform() {
 void QtPlatform::MessageBox(const std::string& text, MessageStyle style, const std::string& title) {
   const bool error = style == MessageStyle::Error;
   if (unattended_) {
-    unattendedLog_ << "message: " << (error ? "error" : "plain") << ": " << text << '\n'
-                   << std::flush;
+    WriteMessageLine(unattendedLog_, text, style);
     return;
   }
   Refresh();
@@ -63,8 +60,7 @@ void QtPlatform::PumpEvents() {
 }
 
 float QtPlatform::Random() {
-  return static_cast<float>(QRandomGenerator::global()->bounded(kRandomSteps)) /
-         static_cast<float>(kRandomSteps);
+  return UnitRandom(QRandomGenerator::global()->bounded(kUnitRandomSteps));
 }
 
 void QtPlatform::AttachTimer(Timer& timer) {

@@ -106,7 +106,8 @@ QGroupBox* MakeVoltageTemperatureFrame(NBCal& panel, WidgetFactory& make) {
   column->addLayout(sections);
 
   auto* calibrate = new QHBoxLayout;
-  calibrate->addWidget(make.MakeButton(panel.btnCalibrate, "btnCalibrate"));
+  calibrate->addWidget(make.MakeButton(panel.btnCalibrate, "btnCalibrate",
+                                       [&panel] { panel.btnCalibrate_Click(); }));
   calibrate->addWidget(make.MakeDoneMark(panel.imgCalDoneBox, "imgCalDoneBox"));
   calibrate->addStretch();
   column->addLayout(calibrate);
