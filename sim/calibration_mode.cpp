@@ -13,10 +13,9 @@ constexpr std::uint16_t kOtherFlagWordBits = 0x4A13;
 }  // namespace
 
 CalibrationMode::CalibrationMode(Family family, CommandSet& commands, ManufacturerAccess& access) {
-  access.On(kEnterWord, [this] {
-    if (!refusing_) active_ = true;
+  access.On(kSwitchWord, [this] {
+    if (!refusing_) active_ = !active_;
   });
-  access.On(kExitWord, [this] { active_ = false; });
   if (family == Family::KeldPlus) {
     commands.OnReadWord(kFlagWordCommand,
                         [this]() -> std::optional<std::uint16_t> { return FlagWord(); });

@@ -1,5 +1,6 @@
 #pragma once
-// Calibration mode: a ManufacturerAccess word enters it, another leaves it. The gauge shows the
+// Calibration mode: one ManufacturerAccess word switches it on and, sent again, off; the exit
+// word only ends the raw output that the mode streams (see RawOutput). The gauge shows the
 // mode as a flag in its manufacturing status block and, on KELD_PLUS, in bit 15 of a Smart
 // Battery word. A bench can make the gauge refuse the mode, or stall the flag it reports.
 
@@ -14,13 +15,12 @@ namespace ombrelay::sim {
 
 class CalibrationMode {
  public:
-  static constexpr std::uint16_t kEnterWord = 0x002D;
-  static constexpr std::uint16_t kExitWord = 0xF080;
+  static constexpr std::uint16_t kSwitchWord = 0x002D;
   // KELD_PLUS only.
   static constexpr std::uint8_t kFlagWordCommand = 0x74;
   static constexpr std::uint16_t kFlagWordBit = 0x8000;
 
-  // Installs the two words, and on KELD_PLUS the flag word.
+  // Installs the switch word, and on KELD_PLUS the flag word.
   CalibrationMode(Family family, CommandSet& commands, ManufacturerAccess& access);
   CalibrationMode(const CalibrationMode&) = delete;
   CalibrationMode& operator=(const CalibrationMode&) = delete;
@@ -29,7 +29,7 @@ class CalibrationMode {
   // What the gauge reports: the mode, or while stalled the value the flag had then.
   bool Flag() const { return stalledFlag_.value_or(active_); }
 
-  // While refusing, the enter word does nothing.
+  // While refusing, the switch word does nothing.
   void SetRefusing(bool refusing) { refusing_ = refusing; }
   // While stalled, the reported flag keeps the value it has now, whatever the mode does.
   void SetFlagStalled(bool stalled);

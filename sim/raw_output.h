@@ -22,7 +22,7 @@ class RawOutput {
  public:
   static constexpr std::uint16_t kStartWord = 0xF081;
   static constexpr std::uint16_t kStartForOffsetWord = 0xF082;
-  static constexpr std::uint16_t kStopWord = CalibrationMode::kExitWord;
+  static constexpr std::uint16_t kStopWord = 0xF080;
   static constexpr std::uint8_t kRawStatus = 1;
   static constexpr std::uint8_t kOffsetStatus = 2;
   static constexpr std::size_t kBlockLength = 26;

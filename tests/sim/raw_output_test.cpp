@@ -55,10 +55,12 @@ TEST(RawOutput, BlockLayoutAndStatusByWord) {
   EXPECT_EQ((*offset)[3], 0xFF);
   EXPECT_EQ(Bytes(offset->begin() + 4, offset->end()), Bytes(raw->begin() + 4, raw->end()));
 
-  // The exit word stops the stream and calibration mode; the block is no longer answered.
-  EXPECT_TRUE(gauge.WriteWord(kAccess, CalibrationMode::kEnterWord));
+  // The exit word stops the stream but not calibration mode, which the switch word ends.
+  EXPECT_TRUE(gauge.WriteWord(kAccess, CalibrationMode::kSwitchWord));
   EXPECT_FALSE(RawBlockAfter(gauge, 0xF080));
   EXPECT_EQ(gauge.RawOutputStatus(), 0);
+  EXPECT_TRUE(gauge.InCalibrationMode());
+  EXPECT_TRUE(gauge.WriteWord(kAccess, CalibrationMode::kSwitchWord));
   EXPECT_FALSE(gauge.InCalibrationMode());
   // Another block selected while streaming answers in its place.
   EXPECT_TRUE(RawBlockAfter(gauge, 0xF081));
@@ -107,7 +109,7 @@ TEST(RawOutput, KeldPlusLiveScanReadsTheReportedBatteryAndPack) {
   VirtualClock clock;
   auto gauge = MakeSampleGauge(Family::KeldPlus, clock);
   gauge->ReadWord(CalibrationMode::kFlagWordCommand);
-  gauge->WriteWord(kAccess, CalibrationMode::kEnterWord);
+  gauge->WriteWord(kAccess, CalibrationMode::kSwitchWord);
   Bytes block = *RawBlockAfter(*gauge, 0xF081);
   ASSERT_EQ(block[1], 1);
   const std::uint8_t remembered = block[0];
