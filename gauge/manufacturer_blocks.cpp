@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "gauge/measurement_reads.h"
 #include "shell/numeric.h"
 #include "shell/platform.h"
 #include "shell/shared_state.h"
@@ -13,8 +14,6 @@ namespace {
 
 constexpr std::int32_t kCurrentCommand = 0x0A;
 constexpr std::int16_t kCurrentBlock = 3;
-// Tenths of a kelvin at 0 degrees Celsius, as the gauge counts them.
-constexpr double kZeroCelsiusTenths = 2732.0;
 constexpr float kRequestRetryWait = 0.05F;
 
 MODBlock& BlockAt(std::int16_t blockIndex) {

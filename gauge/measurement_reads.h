@@ -11,6 +11,9 @@ namespace ombrelay {
 // Stands in place of a number after a failed read; callers compare it as text.
 inline constexpr const char* kErrRd = "Err_Rd";
 
+// Tenths of a kelvin at 0 degrees Celsius, as the gauge counts its temperatures.
+inline constexpr double kZeroCelsiusTenths = 2732.0;
+
 // readCommand is "SBS,<command>" or "MAC,<word>"; format is U2, I2 or I1. 1 after a message
 // when either is unusable (value untouched), else 0 with the value in value, or kErrRd after a
 // failed transfer. A U2 or I1 word above 32767 throws RuntimeError("Overflow").

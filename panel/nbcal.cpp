@@ -19,6 +19,7 @@ constexpr std::int16_t kSealed = 3;
 }  // namespace
 
 NBCal::NBCal(Host& parent, Platform& platform) : parent_(parent), platform_(platform) {
+  tmrScan.Tick = [this] { tmrScan_Timer(); };
   platform_.AttachTimer(tmrScan);
 }
 
@@ -70,22 +71,33 @@ void NBCal::StartupCalibrationPanel() {
   if (LoadConfigurationforDevice() != 0) return;
 
   DisableCalibrationControls();
-  if (g_iDFType == MORLIN && !MorlinReadyForCalibration()) {
-    EnableCalibrationControls();
-    return;
+  SetUpDFGrid();
+  DFGrid.Visible = true;
+  if (g_iDFType == MORLIN) {
+    displaygrid.Visible = true;
+    SetUpGGModeGrid();
+    if (!MorlinReadyForCalibration()) {
+      EnableCalibrationControls();
+      return;
+    }
   }
   DisableCalibrationControls();
+  ReadandUpdateAllDFValues();
 
   if (ReadNumberofCells(g_iNumCells) != 0) {
     MsgBox("Unable to determine number of cells in use. Please check communications with device.");
     EnableCalibrationControls();
     return;
   }
+  ArrangePageforDevice();
   const std::string packVoltage = std::to_string(ToInt16(g_iNumCells * 4000.0));
   txtPackActualVoltage.Text = packVoltage;
   if (g_bBatteryVSupported) txtBatVoltageActual.Text = packVoltage;
   txtCellCount.Text = std::to_string(g_iNumCells);
   if (g_iDFType == MORLIN || g_iDFType == KELD_PLUS) ExitCalibrationModeCommand();
+  ReadandDisplayAllDeviceDataonDisplay();
+  tmrScan.SetEnabled(true);
+  tmrScan_Timer();
 
   g_iCCOffsetSamples = TextToInt16(g_atCalParameters[0].atFields[9].sValue);
   EnableCalibrationControls();
@@ -154,11 +166,6 @@ void NBCal::SetCalibrationCheckboxesEnabled(bool enabled) {
   chkVoltageCal.Enabled = enabled;
   for (CheckBox& box : chkTemp)
     box.Enabled = enabled;
-}
-
-void NBCal::AlignTemperatureControls() {
-  for (CheckBox& box : chkTemp)
-    box.Left = 200;
 }
 
 }  // namespace ombrelay

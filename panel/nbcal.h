@@ -3,8 +3,10 @@
 // itself up against whatever gauge is on the bus.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "calibration/voltage_temperature_correction.h"
 #include "panel/calibration_controls.h"
 #include "shell/host.h"
 
@@ -54,6 +56,8 @@ class NBCal : public CalibrationControls {
   void tmrScan_Timer();
   void ReadandDisplayAllDeviceDataonDisplay();
   void ReadandUpdateAllDFValues();
+  // The block values into the measured boxes, cells summed into stack voltages.
+  void TransferMODValuestoDisplay();
 
   // Every calibration runs between these two; both leave the scan and controls as the
   // calibration needs them.
@@ -73,9 +77,15 @@ class NBCal : public CalibrationControls {
   bool MorlinReadyForCalibration();
   void SetCalibrationButtonsEnabled(bool enabled);
   void SetCalibrationCheckboxesEnabled(bool enabled);
-  void TransferMODValuestoDisplay();
   void ReadandDisplayDeviceValues();
   void ReadandDisplayKeldPlusValues();
+  // The checks of the voltage and temperature page, filling the inputs of the calculation; the
+  // message of the first that fails.
+  std::optional<std::string> CheckVoltageTemperatureEntries(bool voltage, bool temperature,
+                                                            VoltageCalInputs& voltages,
+                                                            TemperatureCalInputs& temperatures);
+  void ShowStackVoltages();
+  void ShowCurrentAndTemperatures(bool withInternal);
 
   Host& parent_;
   Platform& platform_;

@@ -250,12 +250,12 @@ TEST(TemperatureCorrection, KeldReadsItsLiveTemperatureForTs2AndWhateverWasSelec
   // A failed read stops a voltage-only run: scales patched locally, nothing written.
   bench.Restart();
   bench.gauge->FailNext(sim::Transfer::WordRead, 1);
-  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000), {}), 1);
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4100), {}), 1);
   EXPECT_EQ(bench.MessageTexts(),
             Lines{"Unable to read current SBS Temperature from device. Temperature calibration "
                   "not completed. Please retry."});
   EXPECT_FALSE(bench.Wrote());
-  const sim::Bytes scale{0x50, 0x00};
+  const sim::Bytes scale{0x52, 0x00};  // 4100 mV over 12800
   EXPECT_EQ((sim::Bytes{g_abCalData[21], g_abCalData[22]}), scale);
   EXPECT_EQ(bench.Stored(21, 2), bench.Before(21, 2));
   EXPECT_NE(bench.Before(21, 2), scale);
