@@ -25,7 +25,12 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "Run unattended: answer every message box at once, writing it to standard error, and "
       "once start-up has finished save the window to FILE as PNG and exit.",
       "FILE");
-  parser.addOptions({sim, appDir, busLog, screenshot});
+  const QCommandLineOption calibrate(
+      "calibrate",
+      "With --screenshot: once start-up has finished, type what the bench applies into the "
+      "voltage and temperature page, press its calibration button, and take the screenshot "
+      "afterwards.");
+  parser.addOptions({sim, appDir, busLog, screenshot, calibrate});
   parser.process(app);
 
   const QString familyName = parser.value(sim);
@@ -35,8 +40,12 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
               << "\"; choose keld, quill, morlin or keld_plus\n";
     return std::nullopt;
   }
-  return BenchOptions{*family, parser.value(appDir), parser.value(busLog),
-                      parser.value(screenshot)};
+  if (parser.isSet(calibrate) && !parser.isSet(screenshot)) {
+    std::cerr << "ombrelay-bench: --calibrate goes with --screenshot\n";
+    return std::nullopt;
+  }
+  return BenchOptions{*family, parser.value(appDir), parser.value(busLog), parser.value(screenshot),
+                      parser.isSet(calibrate)};
 }
 
 }  // namespace ombrelay

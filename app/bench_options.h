@@ -12,9 +12,10 @@ namespace ombrelay {
 
 struct BenchOptions {
   sim::Family family = sim::Family::Morlin;
-  QString appDir;      // holds plugins/libombrelay.so
-  QString busLog;      // empty: no log file
-  QString screenshot;  // empty: an ordinary interactive run
+  QString appDir;          // holds plugins/libombrelay.so
+  QString busLog;          // empty: no log file
+  QString screenshot;      // empty: an ordinary interactive run
+  bool calibrate = false;  // with a screenshot: calibrate before it is taken
 };
 
 // Exit statuses of the bench.

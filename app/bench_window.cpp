@@ -84,6 +84,14 @@ void BenchWindow::MakeSources(sim::Family family) {
   addDockWidget(Qt::RightDockWidgetArea, sources_);
 }
 
+const sim::Measurements& BenchWindow::Applied() const {
+  return GaugeOnTheBus().AppliedMeasurements();
+}
+
+sim::Gauge& BenchWindow::GaugeOnTheBus() const {
+  return *gauges_[static_cast<std::size_t>(gaugeChoice_->currentIndex())];
+}
+
 void BenchWindow::Attach(sim::Family family) {
   gaugeChoice_->setEnabled(false);
   simHost_.Attach(gauges_[IndexOf(family)].get());

@@ -27,6 +27,8 @@ class BenchWindow : public QMainWindow {
   BenchWindow(PanelPlugin& plugin, sim::Family family);
 
   RecordingHost& Bus() { return host_; }
+  // What the bench applies to the gauge on the bus.
+  const sim::Measurements& Applied() const;
 
  private:
   void MakeGaugeChoice(sim::Family family);
@@ -34,6 +36,7 @@ class BenchWindow : public QMainWindow {
   void MakeSources(sim::Family family);
   // Puts the gauge of family on the bus and shows the panel anew, so that start-up runs again.
   void Attach(sim::Family family);
+  sim::Gauge& GaugeOnTheBus() const;
 
   sim::RealClock clock_;
   std::array<std::unique_ptr<sim::Gauge>, 4> gauges_;

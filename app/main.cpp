@@ -9,27 +9,45 @@
 #include "app/bench_options.h"
 #include "app/bench_window.h"
 #include "app/plugin_loading.h"
+#include "app/unattended_calibration.h"
 #include "ui/plugin_interface.h"
 
 namespace {
 
 using ombrelay::kExitFailure;
 
-// Saves the window once its first start-up has finished, and ends the run with the outcome.
-void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, QWidget& window, QWidget& panel,
-                                const QString& file) {
-  plugin.OnStartupFinished(&panel, [&window, file, taken = std::make_shared<bool>(false)] {
-    if (std::exchange(*taken, true)) return;
-    // Let the layouts settle on what start-up has put into the widgets.
-    QTimer::singleShot(0, &window, [&window, file] {
-      if (window.grab().save(file, "PNG")) {
-        QCoreApplication::exit(0);
-      } else {
-        std::cerr << "ombrelay-bench: cannot write the screenshot " << file.toStdString() << '\n';
-        QCoreApplication::exit(kExitFailure);
-      }
-    });
-  });
+// Interval of the panel's scan, and a little more: by then one tick has filled the boxes.
+constexpr int kAfterOneScanMs = 2500;
+
+void SaveScreenshot(QWidget& window, const QString& file) {
+  if (window.grab().save(file, "PNG")) {
+    QCoreApplication::exit(0);
+  } else {
+    std::cerr << "ombrelay-bench: cannot write the screenshot " << file.toStdString() << '\n';
+    QCoreApplication::exit(kExitFailure);
+  }
+}
+
+// Saves the window once its first start-up has finished, after a calibration when asked, and
+// ends the run with the outcome.
+void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, ombrelay::BenchWindow& window,
+                                QWidget& panel, const ombrelay::BenchOptions& options) {
+  const QString file = options.screenshot;
+  const bool calibrate = options.calibrate;
+  plugin.OnStartupFinished(
+      &panel, [&window, &panel, file, calibrate, taken = std::make_shared<bool>(false)] {
+        if (std::exchange(*taken, true)) return;
+        if (!calibrate) {
+          // Let the layouts settle on what start-up has put into the widgets.
+          QTimer::singleShot(0, &window, [&window, file] { SaveScreenshot(window, file); });
+          return;
+        }
+        ombrelay::StartContinuousUpdates(panel);
+        QTimer::singleShot(kAfterOneScanMs, &window, [&window, &panel, file] {
+          ombrelay::CalibrateAsTheBenchApplies(panel, window.Applied());
+          QTimer::singleShot(0, &window, [&window, file] { SaveScreenshot(window, file); });
+        });
+      });
 }
 
 }  // namespace
@@ -59,7 +77,7 @@ int main(int argc, char* argv[]) {
     return kExitFailure;
   }
   if (screenshot) {
-    TakeScreenshotAfterStartup(*plugin, window, *window.centralWidget(), options->screenshot);
+    TakeScreenshotAfterStartup(*plugin, window, *window.centralWidget(), *options);
   }
   window.show();
   return QApplication::exec();
