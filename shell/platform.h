@@ -25,6 +25,9 @@ class Platform {
   virtual float SecondsSinceMidnight() = 0;
   // Lets pending events run: timer ticks, clicks, repaints.
   virtual void PumpEvents() = 0;
+  // Told before each wait that pumps events, with its length; a platform that accounts for the
+  // time a run must spend waiting counts it.
+  virtual void PumpingWaitStarted(float /*seconds*/) {}
   // The next pseudo-random number in [0, 1).
   virtual float Random() = 0;
 

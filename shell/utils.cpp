@@ -13,6 +13,7 @@ void DelayMilliseconds(std::int32_t lMilliseconds) {
 
 void DelaySeconds(float sngSeconds) {
   Platform& platform = *g_oPlatform;
+  platform.PumpingWaitStarted(sngSeconds);
   const float start = platform.SecondsSinceMidnight();
   platform.PumpEvents();
   for (float now = platform.SecondsSinceMidnight(); now < start + sngSeconds;
