@@ -72,6 +72,16 @@ void DecodeRawBlock(const MODBuffer& buffer) {
   }
 }
 
+// One more try at raw output: the exit word, the idle word, then the output word again.
+void RestartOutput(std::int16_t outputWord, std::int32_t afterExitMs) {
+  WriteManufacturerAccess(g_iExitCalCommand, g_iTargetAddress);
+  g_oPlatform->Sleep(afterExitMs);
+  WriteManufacturerAccess(kIdleWord, g_iTargetAddress);
+  g_oPlatform->Sleep(20);
+  WriteManufacturerAccess(outputWord, g_iTargetAddress);
+  g_oPlatform->Sleep(200);
+}
+
 }  // namespace
 
 Status GatherRawCalValues(std::int16_t mode) {
@@ -139,12 +149,7 @@ Status RequestRawCalOutput() {
   int progress = 0;
   int tries = 0;
   do {
-    WriteManufacturerAccess(g_iExitCalCommand, g_iTargetAddress);
-    g_oPlatform->Sleep(20);
-    WriteManufacturerAccess(kIdleWord, g_iTargetAddress);
-    g_oPlatform->Sleep(20);
-    WriteManufacturerAccess(g_iOutputCalValuesCommand, g_iTargetAddress);
-    g_oPlatform->Sleep(200);
+    RestartOutput(g_iOutputCalValuesCommand, 20);
     ReadRawBlock(buffer, length);
     ++tries;
     if (progress != buffer[0]) ++progress;
@@ -168,12 +173,7 @@ Status RequestOffsetCalOutput() {
 
   int tries = 0;
   do {
-    WriteManufacturerAccess(g_iExitCalCommand, g_iTargetAddress);
-    g_oPlatform->Sleep(10);
-    WriteManufacturerAccess(kIdleWord, g_iTargetAddress);
-    g_oPlatform->Sleep(20);
-    WriteManufacturerAccess(g_iOutputCalValuesforOffsetCommand, g_iTargetAddress);
-    g_oPlatform->Sleep(200);
+    RestartOutput(g_iOutputCalValuesforOffsetCommand, 10);
     ReadRawBlock(buffer, length);
     ++tries;
   } while (!(buffer[1] == kOffsetOutputStatus && WholeBlock(length)) &&
