@@ -31,10 +31,6 @@ sim::Bytes RawBlock(std::uint8_t counter, std::uint8_t status = 1,
   return block;
 }
 
-sim::Bytes Counter(std::uint8_t counter) {
-  return RawBlock(counter);
-}
-
 // A gauge in raw output, answering the manufacturer data command with blocks in turn and
 // repeating the last one when they run out.
 class RawStreamBench : public GaugeBench {
@@ -66,13 +62,13 @@ class RawStreamBench : public GaugeBench {
 std::deque<sim::Bytes> Counters(std::initializer_list<std::uint8_t> counters) {
   std::deque<sim::Bytes> blocks;
   for (const std::uint8_t counter : counters)
-    blocks.push_back(Counter(counter));
+    blocks.push_back(RawBlock(counter));
   return blocks;
 }
 
 std::deque<sim::Bytes> Repeated(std::uint8_t counter, int times, std::deque<sim::Bytes> then) {
   for (int i = 0; i < times; ++i)
-    then.push_front(Counter(counter));
+    then.push_front(RawBlock(counter));
   return then;
 }
 
@@ -136,9 +132,9 @@ TEST(GatherRawCalValues, AveragesSignedAndUnsignedWordsHalfToEvenIntoEveryNamedS
 
 TEST(GatherRawCalValues, WrongLengthLeavesAndRestartsOutputThenNamesTheLength) {
   RawStreamBench bench;
-  sim::Bytes shortBlock = Counter(1);
+  sim::Bytes shortBlock = RawBlock(1);
   shortBlock.resize(20);
-  bench.Stream({Counter(1), shortBlock});
+  bench.Stream({RawBlock(1), shortBlock});
   EXPECT_EQ(GatherRawCalValues(0), 1);
   EXPECT_EQ(bench.MessageTexts(), Lines{"Received Wrong Number Of Bytes in Raw Cal Block : 20"});
   const auto& operations = bench.host.Operations();

@@ -234,19 +234,5 @@ TEST_F(ConfigurationSection, MorlinSensorsShapeTheBlockTableForGood) {
   EXPECT_EQ(voltages.atFields[4].sName, "---");
 }
 
-TEST_F(ConfigurationSection, HostileFilesNeverCrash) {
-  const std::vector<std::string> files = {
-      std::string("[D1]\n") + std::string(5000, 'x') + "=" + std::string(5000, 'y') + "\n",
-      "[D1]\nDFType=" + std::string(4000, 'K') + "\n",
-      "[D1]\nNumSamples=99999999999999999999\n",
-      "[D1]\nDFType=KELD\nTS1readTemperature=SBS,1e308\n",
-      std::string("[D1]\n\0\xff\xfe=\x01\n", 12) + "calmode=\xff\xff\n",
-      "[D1]\nMorlinSystemConfigLocation=" + std::string(3000, ',') + "\n",
-  };
-  for (const std::string& file : files) {
-    EXPECT_NO_THROW(Read(file));
-  }
-}
-
 }  // namespace
 }  // namespace ombrelay

@@ -17,13 +17,6 @@ sim::Bytes CalData(std::size_t from, std::size_t count) {
           g_abCalData.begin() + static_cast<std::ptrdiff_t>(from + count)};
 }
 
-std::vector<std::int64_t> TimesOf(const GaugeBench& bench, const std::string& op) {
-  std::vector<std::int64_t> times;
-  for (const auto& operation : bench.OperationsNamed(op))
-    times.push_back(operation.tMs);
-  return times;
-}
-
 constexpr const char* kKeldMismatch =
     "Read verification of first block written to Dataflash did not match. Please check "
     "communications. Calibration values incorrectly written to Dataflash.";
@@ -39,12 +32,12 @@ TEST(KeldCalibrationBlocks, ReadRetriesUpToNineTimesAndAlwaysSucceeds) {
   bench.Restart();
   bench.gauge->AnswerNextBlockReadsWithLength(2, 10);
   EXPECT_EQ(ReadKELDCalBlocks(), 0);
-  const auto times = TimesOf(bench, "ReadSMBusBlock_");
-  ASSERT_EQ(times.size(), 3U);
-  for (std::size_t i = 1; i < times.size(); ++i) {
+  const auto reads = bench.OperationsNamed("ReadSMBusBlock_");
+  ASSERT_EQ(reads.size(), 3U);
+  for (std::size_t i = 1; i < reads.size(); ++i) {
     // 100 ms and the read delay, as closely as the clock of seconds since midnight measures it.
-    EXPECT_GE(times[i] - times[i - 1], 118);
-    EXPECT_LE(times[i] - times[i - 1], 124);
+    EXPECT_GE(reads[i].tMs - reads[i - 1].tMs, 118);
+    EXPECT_LE(reads[i].tMs - reads[i - 1].tMs, 124);
   }
   EXPECT_EQ(CalData(0, 64), bench.gauge->DataflashBytes(0, 64));
 

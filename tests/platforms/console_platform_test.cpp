@@ -117,25 +117,5 @@ TEST_F(ConsolePlatformTest, PumpingWaitSleepsInsteadOfSpinning) {
   EXPECT_LT(clockStart, 86400.0F);
 }
 
-TEST_F(ConsolePlatformTest, RandomIsSeededAndBelowOne) {
-  ConsolePlatform same(log, 7);
-  ConsolePlatform other(log, 8);
-  bool differs = false;
-  float lowest = 1.0F;
-  float highest = 0.0F;
-  for (int i = 0; i < 10000; ++i) {
-    const float value = platform.Random();
-    ASSERT_GE(value, 0.0F);
-    ASSERT_LT(value, 1.0F);
-    ASSERT_EQ(value, same.Random());
-    differs = differs || value != other.Random();
-    lowest = std::min(lowest, value);
-    highest = std::max(highest, value);
-  }
-  EXPECT_TRUE(differs);
-  EXPECT_LT(lowest, 0.01F);
-  EXPECT_GT(highest, 0.99F);
-}
-
 }  // namespace
 }  // namespace ombrelay

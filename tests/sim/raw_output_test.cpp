@@ -103,35 +103,5 @@ TEST(RawOutput, CounterRunsOnTheClockStallsAndTheBlockCanComeShort) {
   EXPECT_EQ(gauge->ReadBlock(kData)->size(), 26U);
 }
 
-// KELD_PLUS shows battery and pack in its live scan from the raw block and the gains in
-// dataflash: wait for the stream, then for a new counter, and scale the words.
-TEST(RawOutput, KeldPlusLiveScanReadsTheReportedBatteryAndPack) {
-  VirtualClock clock;
-  auto gauge = MakeSampleGauge(Family::KeldPlus, clock);
-  gauge->ReadWord(CalibrationMode::kFlagWordCommand);
-  gauge->WriteWord(kAccess, CalibrationMode::kSwitchWord);
-  Bytes block = *RawBlockAfter(*gauge, 0xF081);
-  ASSERT_EQ(block[1], 1);
-  const std::uint8_t remembered = block[0];
-  int tries = 0;
-  for (; tries <= 15 && block[0] == remembered; ++tries) {
-    clock.Advance(50);
-    block = *gauge->ReadBlock(kData);
-  }
-  EXPECT_LE(tries, 6) << "a new reading within 250 ms";
-
-  const auto gain = [&](std::size_t offset) {
-    const Bytes word = gauge->DataflashBytes(offset, 2);
-    return word[0] << 8 | word[1];
-  };
-  const double battery = (block[25] << 8 | block[24]) * gain(10) / 65536.0;
-  const double pack = (block[23] << 8 | block[22]) * gain(8) / 65536.0;
-  const Measurements reported = gauge->ReportedMeasurements();
-  EXPECT_NEAR(battery, reported.batteryMv, 0.5);
-  EXPECT_NEAR(pack, reported.packMv, 0.5);
-  EXPECT_GT(std::abs(reported.batteryMv - gauge->AppliedMeasurements().batteryMv), 100)
-      << "off by the converter until calibrated";
-}
-
 }  // namespace
 }  // namespace ombrelay::sim

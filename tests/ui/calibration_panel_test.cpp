@@ -82,6 +82,14 @@ TEST_F(CalibrationPanelTest, ShowRunsStartupAndTheViewFollows) {
   EXPECT_TRUE(Find<QLineEdit>("txtCalMeasVoltage(0)").isReadOnly());
   EXPECT_FALSE(Find<QWidget>("imgCalDoneBox").isVisible());
 
+  // The button reaches its handler, which finds nothing ticked.
+  log.str({});
+  Find<QPushButton>("btnCalibrate").click();
+  EXPECT_EQ(log.str(),
+            "message: plain: Voltage and Temperature calibration selected but no check boxes "
+            "checked. There is nothing to do.\n");
+  EXPECT_TRUE(Find<QPushButton>("btnCalibrate").isEnabled());
+
   // Every show runs start-up again.
   log.str({});
   QSignalSpy finished(panel, &CalibrationPanel::startupFinished);
@@ -107,87 +115,9 @@ TEST_F(CalibrationPanelTest, LeavingThePanelSetsContinuousUpdatesAside) {
   EXPECT_TRUE(updates.isChecked());
 }
 
-// A grid as the panel builds one: heading row, a bold block heading, values centred, by twips.
-void FillGrid(Grid& grid, int top, const std::vector<std::pair<std::string, std::string>>& rows) {
-  constexpr int kRowHeight = 255;
-  grid.SetCols(2);
-  grid.SetRows(static_cast<int>(rows.size()) + 2);
-  grid.FixedRows = 1;
-  grid.FixedCols = 1;
-  for (int row = 0; row < grid.Rows(); ++row)
-    grid.SetRowHeight(row, kRowHeight);
-  grid.SetColWidth(0, 1680);
-  grid.SetColWidth(1, 1120);
-  grid.Top = top;
-  grid.Left = 10000;
-  grid.Width = 2800;
-  grid.Height = kRowHeight * (grid.Rows() - 1) - 50;
-  grid.Cell(0, 0) = {"Parameter", CellAlignment::Centre, true, 9};
-  grid.Cell(0, 1) = {"Value", CellAlignment::Centre, true, 9};
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    const int row = static_cast<int>(i) + 1;
-    grid.Cell(row, 0) = {rows[i].first, CellAlignment::Left, i == 0, 0};
-    grid.Cell(row, 1) = {rows[i].second, CellAlignment::Centre, false, 0};
-  }
-  grid.Visible = true;
-}
-
-TEST_F(CalibrationPanelTest, FilledGridsShowBesideThePagesWithTheirCells) {
+TEST_F(CalibrationPanelTest, TheScanTimerIsDrivenAndTheViewFollowsEachTick) {
   ShowAndStart();
   NBCal& control = panel->Control();
-  const auto& modeGrid = Find<QTableWidget>("displaygrid");
-  const auto& dataflashGrid = Find<QTableWidget>("DFGrid");
-  EXPECT_FALSE(modeGrid.isVisible());
-  EXPECT_FALSE(dataflashGrid.isVisible()) << "no grid without a configured gauge";
-
-  FillGrid(control.displaygrid, 1000,
-           {{"Voltages", "----"}, {"Cell 1", "3712"}, {"Cell 2", "3805"}, {"Cell 3", "3890"}});
-  FillGrid(control.DFGrid, 5500,
-           {{"Cell 1 Scale", "12101"}, {"Pack Gain", "48013"}, {"CC Offset", "-7190"}});
-  control.lblCalDF.Top = 5000;
-  control.lblCalDF.Left = 10000;
-  panel->Refresh();
-
-  ASSERT_TRUE(dataflashGrid.isVisible());
-  ASSERT_TRUE(modeGrid.isVisible());
-  // To the right of the pages, at 15 twips to the pixel.
-  EXPECT_EQ(modeGrid.geometry(), QRect(667, 67, 187, 82));
-  EXPECT_EQ(dataflashGrid.geometry(), QRect(667, 367, 187, 65));
-  EXPECT_GE(dataflashGrid.x(), Find<QWidget>("picCalibration(0)").geometry().right());
-  EXPECT_EQ(Find<QLabel>("lblCalDF").pos(), QPoint(667, 333));
-
-  ASSERT_EQ(dataflashGrid.rowCount(), 5);
-  ASSERT_EQ(dataflashGrid.columnCount(), 2);
-  EXPECT_EQ(dataflashGrid.item(0, 1)->text(), "Value");
-  EXPECT_TRUE(dataflashGrid.item(0, 1)->font().bold());
-  EXPECT_EQ(dataflashGrid.item(2, 0)->text(), "Pack Gain");
-  EXPECT_EQ(dataflashGrid.item(2, 1)->text(), "48013");
-  EXPECT_EQ(dataflashGrid.item(2, 1)->textAlignment(), static_cast<int>(Qt::AlignCenter));
-  EXPECT_EQ(modeGrid.item(1, 0)->text(), "Voltages");
-  EXPECT_TRUE(modeGrid.item(1, 0)->font().bold());
-  EXPECT_FALSE(modeGrid.item(2, 0)->font().bold());
-  // Every cell the grid's width holds is in view: no column is cut off by the table's frame.
-  EXPECT_LE(dataflashGrid.columnViewportPosition(1) + dataflashGrid.columnWidth(1),
-            dataflashGrid.viewport()->width());
-
-  // A scan's new value, and the grid hidden again.
-  control.DFGrid.Cell(3, 1).Text = "-7188";
-  control.displaygrid.Visible = false;
-  panel->Refresh();
-  EXPECT_EQ(dataflashGrid.item(3, 1)->text(), "-7188");
-  EXPECT_FALSE(modeGrid.isVisible());
-}
-
-TEST_F(CalibrationPanelTest, CheckBoxAndScanTimerReachTheControl) {
-  ShowAndStart();
-  NBCal& control = panel->Control();
-  QCheckBox& updates = Find<QCheckBox>("chkUpdates");
-  updates.click();
-  EXPECT_EQ(control.chkUpdates.Value, 1);
-  updates.click();
-  EXPECT_EQ(control.chkUpdates.Value, 0);
-
-  // The panel's own timer is driven by the Qt platform, and the view follows each tick.
   int ticks = 0;
   control.tmrScan.Tick = [&, scan = control.tmrScan.Tick] {
     if (scan) scan();
@@ -201,18 +131,7 @@ TEST_F(CalibrationPanelTest, CheckBoxAndScanTimerReachTheControl) {
   EXPECT_EQ(Find<QLineEdit>("txtCellCount").text().toStdString(), std::to_string(ticks));
 }
 
-TEST_F(CalibrationPanelTest, CalibrateButtonRunsItsHandler) {
-  ShowAndStart();
-  log.str({});
-  Find<QPushButton>("btnCalibrate").click();
-  EXPECT_EQ(log.str(),
-            "message: plain: Voltage and Temperature calibration selected but no check boxes "
-            "checked. There is nothing to do.\n");
-  EXPECT_TRUE(Find<QPushButton>("btnCalibrate").isEnabled());
-  EXPECT_FALSE(Find<QWidget>("imgCalDoneBox").isVisible());
-}
-
-TEST_F(CalibrationPanelTest, MorlinStartupShowsBothGrids) {
+TEST_F(CalibrationPanelTest, MorlinStartupShowsBothGridsBesideThePages) {
   const std::unique_ptr<sim::Gauge> morlin = sim::MakeSampleGauge(sim::Family::Morlin, clock);
   host.Attach(morlin.get());
   ShowAndStart();
@@ -221,8 +140,9 @@ TEST_F(CalibrationPanelTest, MorlinStartupShowsBothGrids) {
   EXPECT_TRUE(Find<QLabel>("lblCurrentValues").isVisible());
   ASSERT_TRUE(modeGrid.isVisible());
   ASSERT_TRUE(dataflashGrid.isVisible());
-  EXPECT_EQ(modeGrid.pos(), QPoint(667, 67));
-  EXPECT_EQ(dataflashGrid.pos(), QPoint(667, 367));
+  // To the right of the pages, at 15 twips to the pixel.
+  EXPECT_EQ(modeGrid.geometry(), QRect(667, 67, 187, 230));
+  EXPECT_EQ(dataflashGrid.geometry(), QRect(667, 367, 187, 252));
   ASSERT_GE(modeGrid.rowCount(), 12);
   EXPECT_EQ(modeGrid.item(0, 0)->text(), "Parameter");
   EXPECT_EQ(modeGrid.item(1, 1)->text(), "----");
@@ -231,6 +151,18 @@ TEST_F(CalibrationPanelTest, MorlinStartupShowsBothGrids) {
   EXPECT_EQ(dataflashGrid.item(0, 1)->text(), "Value");
   EXPECT_FALSE(dataflashGrid.item(1, 0)->text().isEmpty());
   EXPECT_FALSE(dataflashGrid.item(1, 1)->text().isEmpty()) << "read from the gauge's dataflash";
+  EXPECT_EQ(Find<QLabel>("lblCalDF").pos(), QPoint(667, 333));
+  // Every cell the grid's width holds is in view: no column is cut off by the table's frame.
+  EXPECT_LE(dataflashGrid.columnViewportPosition(1) + dataflashGrid.columnWidth(1),
+            dataflashGrid.viewport()->width());
+
+  // A scan's new value, and the grid hidden again.
+  NBCal& control = panel->Control();
+  control.DFGrid.Cell(1, 1).Text = "-7188";
+  control.displaygrid.Visible = false;
+  panel->Refresh();
+  EXPECT_EQ(dataflashGrid.item(1, 1)->text(), "-7188");
+  EXPECT_FALSE(modeGrid.isVisible());
   host.Attach(nullptr);
 }
 
