@@ -28,6 +28,8 @@ void TempAppDir::Write(const std::string& name, const std::string& content) cons
   std::ofstream(file, std::ios::binary) << content;
 }
 
-void TempAppDir::Remove(const std::string& name) const { std::filesystem::remove(path_ / name); }
+void TempAppDir::Remove(const std::string& name) const {
+  std::filesystem::remove(path_ / name);
+}
 
 }  // namespace ombrelay::testing
