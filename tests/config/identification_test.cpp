@@ -33,7 +33,7 @@ TEST(ReadDeviceIdentification, WritesThreeBlocksThenSettlesThenReadsTheBlock) {
 TEST(ReadDeviceIdentification, AnErrorDuringSettlingStartsTheCountAgain) {
   GaugeBench bench(sim::Family::Keld);
   int cleanChecks = 0;
-  bench.host.onOperation = [&](const BusOperation& operation) {
+  bench.afterOperation = [&](const BusOperation& operation) {
     if (operation.op == "CheckForError" && operation.status == 0 && ++cleanChecks == 3)
       bench.gauge->QueuePendingErrors(2);
   };

@@ -157,7 +157,7 @@ TEST(Startup, AMorlinLeftInCalibrationModeMustLeaveIt) {
   SimBench bench(sim::Family::Morlin);
   g_bInCalMode = true;  // as an earlier calibration in this session leaves it
   // The gauge goes away once it has told its security mode.
-  bench.host.onOperation = [&bench](const BusOperation& operation) {
+  bench.afterOperation = [&bench](const BusOperation& operation) {
     if (operation.op == "ReadSMBusBlock_" && operation.cmd == 0x23) {
       bench.gauge->SetDisconnected(true);
     }

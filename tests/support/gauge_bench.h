@@ -23,16 +23,8 @@ class GaugeBench : public SimBench {
   // Runs then() once, right after the nth operation named op from now: a fault that strikes
   // mid-way.
   void After(const std::string& op, int nth, std::function<void()> then);
-  // Forgets the bus record and the boxes shown; the trace's times count from now.
-  void Restart();
-  // One line per operation since the last restart, its time in ms since then first:
-  //   "0 WriteSMBusWord_ 00 0054"  word operations: command and word, in hex
-  //   "13 ReadSMBusBlock_ 23 4"    block operations: command and length
-  //   "20 CheckForError 1"         the error it gave
-  std::vector<std::string> Trace() const;
-
- private:
-  std::int64_t startMs_ = 0;
+  // The trace since the last restart.
+  std::vector<std::string> Trace() { return trace.Lines(); }
 };
 
 }  // namespace ombrelay::testing
