@@ -13,9 +13,9 @@ std::string OnOff(bool on) {
 
 FlowTrace::Probe PanelProbe(const NBCal& panel) {
   return [&panel] {
-    const bool buttons =
-        std::all_of(panel.CalibrationButtons().begin(), panel.CalibrationButtons().end(),
-                    [](const Button* button) { return button->Enabled; });
+    const auto calibrationButtons = panel.CalibrationButtons();
+    const bool buttons = std::all_of(calibrationButtons.begin(), calibrationButtons.end(),
+                                     [](const Button* button) { return button->Enabled; });
     const bool boxes =
         panel.chkVoltageCal.Enabled && std::all_of(panel.chkTemp.begin(), panel.chkTemp.end(),
                                                    [](const CheckBox& box) { return box.Enabled; });
