@@ -111,6 +111,13 @@ TEST_F(ConfigurationSection, ReadCommandsAreCheckedForFormatAndRange) {
        "General Error reading configuration file. Error returned was Type mismatch"},
       {"TS1readTemperature=MAC SBS\n",
        "General Error reading configuration file. Error returned was Subscript out of range"},
+      // The number is the 16-bit command it will be at use, fractions rounded half to even.
+      {"TS1readTemperature=SBS,40000\n",
+       "General Error reading configuration file. Error returned was Overflow"},
+      {"TS1readTemperature=SBS,6.5\n",
+       "Command value for key TS1readTemperature is out of range. Please check key value in "
+       "application directory in file config.ini."},
+      {"TS1readTemperature=SBS,200.5\n", ""},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.lines);
@@ -146,6 +153,27 @@ TEST_F(ConfigurationSection, NumbersThatDoNotFitEndInTheGeneralError) {
   EXPECT_EQ(Messages(), std::vector<std::string>{general + "Overflow"});
   EXPECT_EQ(Read("[D1]\nZenoMAC=255\n" + std::string(kMorlinLocation)), 0);
   EXPECT_EQ(g_bZenoMAC, 255);
+}
+
+TEST_F(ConfigurationSection, FewerThanOneSampleIsRefusedAndNotTaken) {
+  const std::string refused =
+      "Value of key NumSamples is below 1. A raw calibration capture needs at least one sample. "
+      "Please check key value in application directory in file config.ini. Do not proceed with "
+      "calibration until this is resolved.";
+  g_iNumSamples = 6;
+  for (const char* value : {"0", "-3"}) {
+    bench.platform.ClearMessages();
+    g_iDFType = KELD;
+    EXPECT_EQ(
+        Read("[D1]\nNumSamples=" + std::string(value) + "\nDFType=MORLIN\n" + kMorlinLocation), 1);
+    EXPECT_EQ(Messages(), std::vector<std::string>{refused});
+    EXPECT_EQ(g_iNumSamples, 6);
+    EXPECT_EQ(g_iDFType, KELD) << "the section stops there";
+  }
+  // A line without '=' is no key: the default stands.
+  EXPECT_EQ(Read("[D1]\nNumSamples:0\nDFType:KELD\n" + std::string(kMorlinLocation)), 0);
+  EXPECT_EQ(g_iNumSamples, 4);
+  EXPECT_EQ(g_iDFType, MORLIN);
 }
 
 TEST_F(ConfigurationSection, ParameterLengthAboveTwoIsReportedAndKept) {
