@@ -216,6 +216,92 @@ TEST_F(ConfigurationSection, FailuresOfTheFamilyAndTheSystemConfigurationLocatio
   }
 }
 
+// Where two checks fail at once, the earlier one speaks first, and it alone when it stops the
+// section.
+TEST_F(ConfigurationSection, TwoFaultsAtOnceAreReportedInTheOrderOfTheChecks) {
+  const std::string paramLength =
+      "Allowed values for g_iSystemConfigurationParamLength are 1 or 2. Please check value in "
+      "config.ini";
+  const std::string samples =
+      "Value of key NumSamples is below 1. A raw calibration capture needs at least one sample. "
+      "Please check key value in application directory in file config.ini. Do not proceed with "
+      "calibration until this is resolved.";
+  const std::string family =
+      "Device Dataflash configuration type not found in configuration file.  Please do not "
+      "proceed with calibration until this is resolved. Check DFType key in application "
+      "directory in file config.ini.";
+  const std::string overflow =
+      "General Error reading configuration file. Error returned was Overflow";
+  const std::string sampleLocation =
+      "Location of base CC Offset Samples parameter name not found for Quill style device. Check "
+      "key name CCOffsetSampleLocation in application directory in file named config.ini.  Check "
+      "entry in Quvara application directory in file config.ini.";
+  const std::string systemLocation =
+      "Location of base System Configuration address name not found. Check entry in Quvara "
+      "application directory in file config.ini.";
+  const auto format = [](const std::string& key, const char* gap) {
+    return "Check format of value contained in key " + key + gap +
+           "in application directory in config.ini file.";
+  };
+  const auto range = [](const std::string& key) {
+    return "Command value for key " + key +
+           " is out of range. Please check key value in application directory in file "
+           "config.ini.";
+  };
+  const std::string noMap = "Can not open Dataflash configuration file. Please reinstall Quvara.";
+  const std::string badLocation =
+      "Error reading Morlin System Configuration Location in configuration file. Please do not "
+      "proceed with calibration until this is resolved.";
+  const std::string notFound =
+      "Error: Could not find subclass and offset for Configuration.Registers.Operation Cfg A";
+  const std::string noAddress = "Not able to Columb Counter Offset location.";
+
+  struct Case {
+    std::string lines;
+    std::vector<std::string> messages;
+    bool mapLoads = true;
+  };
+  const std::string keld = "DFType=KELD\n";
+  const std::vector<Case> cases = {
+      {"MorlinSystemConfigParameterLength=3\nNumSamples=0\n", {paramLength, samples}},
+      {"MorlinSystemConfigParameterLength=3\nDFType=BOGUS\n", {paramLength, family}},
+      {"NumSamples=0\nDFType=BOGUS\n", {samples}},
+      {"exitCalCommand=61568\nDFType=BOGUS\n", {overflow}},
+      {"DFType=QUILL\nTS1readTemperature=SBS72\n",
+       {sampleLocation, format("TS1readTemperature", " ")}},
+      {"DFType=QUILL\nTS1readTemperature=SBS,72\nTS2readTemperature=SBS,73\n",
+       {sampleLocation, noMap},
+       false},
+      {"DFType=KELD_PLUS\nTS1readTemperature=SBS72\n", {systemLocation}},
+      {keld + "PackVoltageReadCommand=SBS 90\nTS1readTemperature=SBS72\n",
+       {format("PackVoltageReadCommand", "  ")}},
+      {keld + "PackVoltageReadCommand=SBS,16\nTS1readTemperature=SBS,6\n",
+       {range("PackVoltageReadCommand")}},
+      {keld + "TS1readTemperature=SBS,6\nTS2readTemperature=SBS72\n",
+       {range("TS1readTemperature")}},
+      // Without a pack input its command is not checked; TS2's is, and it stops before the map.
+      {keld + "PackVSupported=0\nPackVoltageReadCommand=SBS 90\nTS1readTemperature=SBS,72\n"
+              "TS2readTemperature=SBS,6\n",
+       {range("TS2readTemperature")},
+       false},
+      {"MorlinSystemConfigLocation=Configuration,,Operation Cfg A\n", {noMap, badLocation}, false},
+      {kMorlinLocation, {noMap, notFound, noAddress}, false},
+  };
+  const std::string mapPath = g_sDataFlashMapPath;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.lines);
+    bench.platform.ClearMessages();
+    g_sTS1ReadCommand.clear();
+    g_sTS2ReadCommand.clear();
+    g_sDataFlashMapPath = c.mapLoads ? mapPath : "NG";
+    EXPECT_EQ(Read("[D1]\n" + c.lines), 1);
+    std::vector<testing::Shown> expected;
+    for (const std::string& message : c.messages)
+      expected.push_back({message, MessageStyle::Plain});
+    EXPECT_EQ(testing::Boxes(bench.platform), expected);
+  }
+}
+
 TEST_F(ConfigurationSection, AQuillSectionWithoutSampleLocationGoesOnAfterItsMessage) {
   EXPECT_EQ(Read("[D1]\nDFType=QUILL\nTS1readTemperature=MAC,72\nTS2readTemperature=MAC,73\n"), 1);
   EXPECT_EQ(Messages(),
