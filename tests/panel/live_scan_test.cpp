@@ -149,18 +149,18 @@ TEST(LiveScanValues, KeldPlusShowsARawBatteryWordOfZeroAsUnread) {
 }
 
 TEST(LiveScanRefresh, AFailedDataflashReadKeepsTheTableAndStartsTheScan) {
-  for (const auto& [family, fault] : {std::pair{sim::Family::Quill, sim::Transfer::WordWrite},
-                                      std::pair{sim::Family::Morlin, sim::Transfer::BlockRead}}) {
+  // QUILL's gauge is gone; MORLIN's first row read fails, which its read does not report.
+  for (const sim::Family family : {sim::Family::Quill, sim::Family::Morlin}) {
     SCOPED_TRACE(Name(family));
     PanelBench bench(family);
     bench.StartUp();
     const std::string before = bench.panel.DFGrid.Cell(3, 1).Text;
+    bench.sim.gauge->SetDataflashBytes(0, std::vector<std::uint8_t>(32, 0x11));
     if (family == sim::Family::Quill) {
       bench.sim.gauge->SetDisconnected(true);
     } else {
-      bench.sim.gauge->FailNext(fault, 1);
+      bench.sim.gauge->FailNext(sim::Transfer::BlockRead, 1);
     }
-    bench.sim.gauge->SetDataflashBytes(0, std::vector<std::uint8_t>(32, 0x11));
     bench.panel.ReadandUpdateAllDFValues();
     EXPECT_TRUE(
         MatchesTrace(bench.Trace(), "panel/read-and-update-all-df-values-failed-" + Name(family)));
