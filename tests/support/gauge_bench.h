@@ -28,8 +28,6 @@ class GaugeBench : public SimBench {
   ::testing::AssertionResult Follows(const std::string& name) {
     return MatchesTrace(trace.Lines(), name);
   }
-  // The trace since the last restart.
-  std::vector<std::string> Trace() { return trace.Lines(); }
 };
 
 }  // namespace ombrelay::testing
