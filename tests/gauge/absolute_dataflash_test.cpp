@@ -83,6 +83,8 @@ TEST(WriteDFAbsolute, FailuresStopOrGoOnAsEachPhaseDemands) {
   bench.gauge->FailNext(Transfer::WordWrite, 1);
   EXPECT_EQ(WriteDFAbsolute(0x40, 5, 6), 1);
   EXPECT_EQ(bench.gauge->DataflashBytes(0x40, 2), (sim::Bytes{1, 2}));
+  bench.After("WriteSMBusBlock", 1, [&] { bench.gauge->AnswerNextBlockReadsWithLength(1, 31); });
+  EXPECT_EQ(WriteDFAbsolute(0x40, 7, 8), 0);
   EXPECT_TRUE(bench.Follows("gauge/write-df-absolute-failures"));
 
   bench.Restart();
