@@ -122,6 +122,10 @@ TEST(GatherRawCalValues, WrongLengthLeavesAndRestartsOutputThenNamesTheLength) {
   bench.Stream({RawBlock(1), shortBlock});
   EXPECT_EQ(GatherRawCalValues(0), 1);
   EXPECT_EQ(RawStreamBench::RawValue(0), "0") << "block 2 keeps its old values";
+  // Short on the eleventh repeat in a row: the length is judged before the counter.
+  shortBlock[0] = 0;
+  bench.Stream(Repeated(0, 10, {shortBlock}));
+  EXPECT_EQ(GatherRawCalValues(0), 1);
 
   bench.gauge->Commands().OnReadBlock(kManuData, [] { return std::nullopt; });
   EXPECT_EQ(UpdateRawCalValues(), 1);

@@ -195,7 +195,9 @@ TEST(TemperatureCorrection, EachFamilyTakesItsOwnTargetsAndMeasuredValues) {
 
 TEST(TemperatureCorrection, OffsetsOutOfRangeNameTheirSensorAndTheFirstCheckWins) {
   {
+    // Sealed, so that the write would fail as well.
     CorrectionBench bench(sim::Family::Morlin);
+    bench.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
     CorrectionBench::SetBlockTemperatures({"0.0", "0.0", "0.0", "0.0", "0.0"});
     const auto run = [](bool voltage, const std::array<double, 5>& actual) {
       return CalibrateVoltageandTemperature(voltage, true, Voltages(4000), Temperatures(actual));

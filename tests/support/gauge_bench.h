@@ -2,10 +2,8 @@
 // A SimBench on a sample gauge with the program's settings as start-up leaves them for that
 // gauge under the shipped configuration.
 
-#include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "sim/family.h"
 #include "tests/support/expected_trace.h"
