@@ -149,18 +149,26 @@ TEST(RawOutputRequests, RetryUntilTheGaugeStreamsWithTheRightStatus) {
 }
 
 TEST(WaitForRawCalSequence, WaitsForRawOutputThenAFreshCounterPumpingBetweenReads) {
-  // KELD: entering calibration mode reads nothing, so every read below is the stream's.
-  RawStreamBench bench(sim::Family::Keld);
-  bench.Stream({RawBlock(4, 0), RawBlock(4, 0), RawBlock(4, 1), RawBlock(4, 1), RawBlock(5, 1)});
-  MODBuffer buffer{};
-  EXPECT_EQ(WaitForRawCalSequence(buffer), 0);
-  EXPECT_EQ(buffer[0], 5);
+  for (const sim::Family family : {sim::Family::Keld, sim::Family::KeldPlus, sim::Family::Morlin}) {
+    const std::string name(sim::FamilyName(family));
+    RawStreamBench bench(family);
+    std::deque<sim::Bytes> blocks = {RawBlock(4, 0), RawBlock(4, 0), RawBlock(4, 1), RawBlock(4, 1),
+                                     RawBlock(5, 1)};
+    // MORLIN reads its calibration flag, bit 7 of byte 1, on the same command.
+    if (family == sim::Family::Morlin) blocks.insert(blocks.begin(), 2, RawBlock(9, 0x80));
+    bench.Stream(blocks);
+    MODBuffer buffer{};
+    EXPECT_EQ(WaitForRawCalSequence(buffer), 0) << name;
+    EXPECT_EQ(buffer[0], 5) << name;
 
-  // A gauge that never streams: the caller judges what came.
-  bench.Stream({RawBlock(4, 0)});
-  EXPECT_EQ(WaitForRawCalSequence(buffer), 0);
-  EXPECT_EQ(buffer[1], 0);
-  EXPECT_TRUE(bench.Follows("calibration/wait-for-raw-cal-sequence-keld"));
+    // A gauge that never streams: the caller judges what came.
+    if (family == sim::Family::Keld) {
+      bench.Stream({RawBlock(4, 0)});
+      EXPECT_EQ(WaitForRawCalSequence(buffer), 0);
+      EXPECT_EQ(buffer[1], 0);
+    }
+    EXPECT_TRUE(bench.Follows("calibration/wait-for-raw-cal-sequence-" + name));
+  }
 }
 
 }  // namespace

@@ -62,6 +62,10 @@ TEST(readmeasurementfromdevice, MacWritesTheWordThenReadsManufacturerAccess) {
   bench.gauge->FailNext(sim::Transfer::WordWrite, 1);
   EXPECT_EQ(readmeasurementfromdevice("MAC,84", "I1", value), 0);
   EXPECT_EQ(value, kErrRd);
+  value = "old";
+  bench.After("WriteSMBusWord_", 1, [&] { bench.gauge->FailNext(sim::Transfer::WordRead, 1); });
+  EXPECT_EQ(readmeasurementfromdevice("MAC,84", "I1", value), 0);
+  EXPECT_EQ(value, kErrRd);
   EXPECT_EQ(readmeasurementfromdevice("FOO,20", "U2", value), 0);
   EXPECT_EQ(value, "0");
   EXPECT_TRUE(bench.Follows("gauge/read-measurement-mac"));
