@@ -106,7 +106,6 @@ TEST_F(ManufacturerBlocksTest, AFailedReadOrARetriedRequestEmptiesOnlyTheShownFi
 
 TEST_F(ManufacturerBlocksTest, ARequestThatFailsTwiceEndsTheRefresh) {
   bench.gauge->FailNext(sim::Transfer::WordWrite, 2);
-  bench.gauge->FailNext(sim::Transfer::BlockRead, 1);
   EXPECT_EQ(ReadAllMODBlocks(), 1);
   EXPECT_EQ(Values(0, {0}), Lines{"0"});
 
