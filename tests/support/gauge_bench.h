@@ -1,13 +1,12 @@
 #pragma once
 // A SimBench on a sample gauge with the program's settings as start-up leaves them for that
-// gauge under the shipped configuration, and a compact trace of the bus for assertions.
+// gauge under the shipped configuration.
 
-#include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "sim/family.h"
+#include "tests/support/expected_trace.h"
 #include "tests/support/sim_bench.h"
 
 namespace ombrelay::testing {
@@ -23,8 +22,10 @@ class GaugeBench : public SimBench {
   // Runs then() once, right after the nth operation named op from now: a fault that strikes
   // mid-way.
   void After(const std::string& op, int nth, std::function<void()> then);
-  // The trace since the last restart.
-  std::vector<std::string> Trace() { return trace.Lines(); }
+  // Passes when the trace since the last restart is the expected trace name.
+  ::testing::AssertionResult Follows(const std::string& name) {
+    return MatchesTrace(trace.Lines(), name);
+  }
 };
 
 }  // namespace ombrelay::testing
