@@ -115,6 +115,14 @@ TEST(GatherRawCalValues, AveragesSignedAndUnsignedWordsHalfToEvenIntoEveryNamedS
   EXPECT_TRUE(bench.Follows("calibration/gather-raw-cal-values-offset"));
 }
 
+TEST(GatherRawCalValues, WithoutAnAcceptedSampleCountAsksNothingOfTheGauge) {
+  RawStreamBench bench;
+  bench.Stream({RawBlock(1), RawBlock(2)});
+  g_iNumSamples = 0;  // as when the settings refused the only section's count
+  EXPECT_EQ(GatherRawCalValues(0), 1);
+  EXPECT_TRUE(bench.trace.Lines().empty());
+}
+
 TEST(GatherRawCalValues, WrongLengthLeavesAndRestartsOutputThenNamesTheLength) {
   RawStreamBench bench;
   sim::Bytes shortBlock = RawBlock(1);
