@@ -99,10 +99,11 @@ TEST(GatherRawCalValues, AveragesSignedAndUnsignedWordsHalfToEvenIntoEveryNamedS
   RawStreamBench bench;
   // Words: coulomb counter, cells 1 to 4, TInt, TS1, TS2, TS3, TS4, pack, battery.
   bench.Stream({RawBlock(0, 1, {999, 999, 999, 999, 999, 999, 999, 999, 999, 999, 999, 999}),
-                RawBlock(1, 1, {0xFFFD, 0xFFFF, 1, 2, 12800, 3, 0xFFFF, 0, 0, 7, 40000, 3}),
-                RawBlock(2, 1, {0xFFFC, 1, 2, 3, 12801, 4, 1, 0, 0, 8, 40001, 4})});
+                RawBlock(1, 1, {0xFFFD, 0xFFFF, 1, 2, 12800, 3, 0xFFFF, 0, 0, 7, 40000, 0xFFFF}),
+                RawBlock(2, 1, {0xFFFC, 1, 2, 3, 12801, 4, 1, 0, 0, 8, 40001, 1})});
   EXPECT_EQ(GatherRawCalValues(0), 0);
-  const Lines expected = {"2", "1", "-4", "32768", "2", "2", "12800", "4", "0", "8", "40000", "4"};
+  const Lines expected = {"2",     "1", "-4", "32768", "2",     "2",
+                          "12800", "4", "0",  "8",     "40000", "32768"};
   for (std::size_t slot = 0; slot < expected.size(); ++slot) {
     EXPECT_EQ(RawStreamBench::RawValue(slot), expected[slot])
         << g_atMODBlocks[2].atFields[slot].sName;

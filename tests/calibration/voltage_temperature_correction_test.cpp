@@ -85,6 +85,14 @@ TEST(VoltageCorrection, BatteryGainTakesTheWholeWordAfterTheCells) {
   EXPECT_TRUE(bench.Follows("calibration/battery-gain-morlin"));
 }
 
+TEST(VoltageCorrection, TheBatteryVoltageIsRoundedBeforeItsGainIsWorkedOut) {
+  CorrectionBench bench(sim::Family::Morlin);
+  VoltageCalInputs voltages = Voltages(4100, 8100, 12450, 16500);
+  voltages.dBatteryVoltage = 16000.5;  // 16000, half to even: a gain of exactly 40960
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, voltages, {}), 0);
+  EXPECT_EQ(bench.gauge->DataflashBytes(10, 2), (sim::Bytes{0xA0, 0x00}));
+}
+
 TEST(VoltageCorrection, ScalesBeyondASignedWordFailWithoutWriting) {
   struct Case {
     std::array<std::int16_t, 4> volts;

@@ -173,5 +173,17 @@ TEST(CalibrateChecksEdges, LimitsAreInclusiveAndOnlyConfiguredRowsAreChecked) {
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/calibrate-enter-fails-morlin"));
 }
 
+TEST(CalibrateChecksEdges, ACellCountChangedSinceStartUpRearrangesThePage) {
+  PanelBench bench(sim::Family::Morlin);
+  bench.StartUp();  // three cells: row 3 not for entry
+  ASSERT_FALSE(bench.panel.txtVoltage[3].Enabled);
+  Plausible(bench.panel);
+  bench.sim.gauge->SetDataflashBytes(321, std::vector<std::uint8_t>{0x23});  // now four
+  bench.panel.txtVoltage[0].Text.clear();  // refused once the count is read
+  bench.panel.btnCalibrate_Click();
+  EXPECT_EQ(bench.panel.txtCellCount.Text, "4");
+  EXPECT_TRUE(bench.panel.txtVoltage[3].Enabled && bench.panel.txtCalMeasVoltage[3].Enabled);
+}
+
 }  // namespace
 }  // namespace ombrelay

@@ -43,6 +43,19 @@ INSTANTIATE_TEST_SUITE_P(EveryFamily, CalibrateFlow,
                            return std::string(sim::FamilyName(family.param));
                          });
 
+TEST(CalibrateFlow, ANewPressTakesTheDoneMarkAwayFirst) {
+  PanelBench bench(sim::Family::Morlin);
+  bench.ReadyToCalibrate();
+  bench.panel.btnCalibrate_Click();
+  ASSERT_TRUE(bench.panel.imgCalDoneBox.Visible);
+  bench.sim.Restart();
+  bench.panel.chkVoltageCal.Value = 0;
+  for (CheckBox& box : bench.panel.chkTemp)
+    box.Value = 0;
+  bench.panel.btnCalibrate_Click();
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/calibrate-again-refused-morlin"));
+}
+
 struct Failure {
   const char* name;
   std::function<void(PanelBench&)> arrange;

@@ -94,6 +94,28 @@ TEST(DataGrids, TheSensorsAndCellsOfTheConfigurationShapeThePage) {
   EXPECT_EQ(panel.txtCellCount.Text, "2");
 }
 
+TEST(DataGrids, TheDataGridTakesTheOffsetsOfTheSensorsThereAreAndTrimsItsHeightByFamily) {
+  // KELD_PLUS with a third sensor and no fourth: TS3's offset joins the grid, TS4's does not.
+  TempAppDir appdir;
+  appdir.Write("config.ini",
+               "[D4B60]\nDFType=KELD_PLUS\nMorlinSystemConfigLocation=Configuration,Registers,"
+               "Operation Cfg A\nBatteryVSupported=1\nTS3Supported=1\nPackVoltageReadCommand="
+               "SBS,90\nTS1readTemperature=SBS,72\nTS2readTemperature=SBS,73\n");
+  SimBench bench(sim::Family::KeldPlus, appdir.Path().string());
+  NBCal panel(bench.host, bench.platform);
+  panel.UserControl_Show();
+  ASSERT_EQ(panel.DFGrid.Rows(), 17);
+  EXPECT_EQ(panel.DFGrid.Cell(15, 0).Text, "Ext 3 Temp Offset");
+  EXPECT_EQ(panel.DFGrid.Cell(16, 0).Text, "");
+  EXPECT_EQ(panel.DFGrid.Height, 255 * 16 - 50);
+
+  SimBench quill(sim::Family::Quill);
+  NBCal quillPanel(quill.host, quill.platform);
+  quillPanel.UserControl_Show();
+  ASSERT_EQ(quillPanel.DFGrid.Rows(), 14);
+  EXPECT_EQ(quillPanel.DFGrid.Height, 255 * 13 - 100);
+}
+
 // A MORLIN section that stops before it can trim the temperature block leaves seven
 // temperatures for a grid sized without a third sensor: the grid reports the block it could not
 // hold, and start-up goes on.

@@ -48,6 +48,19 @@ TEST_P(LiveScan, ATickRefreshesOnlyWhileUpdatesAreChecked) {
   EXPECT_TRUE(MatchesTrace(checked.Trace(), "panel/tick-" + Name(GetParam())));
 }
 
+TEST_P(LiveScan, ATickShowsWhatTheGaugeMeasuresNow) {
+  PanelBench bench(GetParam());
+  bench.StartUp();
+  bench.panel.chkUpdates.Value = 1;
+  bench.panel.tmrScan_Timer();
+  const double before = TextToDouble(bench.panel.txtCalMeasVoltage[0].Text);
+  sim::Measurements applied = bench.sim.gauge->AppliedMeasurements();
+  applied.cellMv[0] += 200;
+  bench.sim.gauge->ApplyMeasurements(applied);
+  bench.panel.tmrScan_Timer();
+  EXPECT_NEAR(TextToDouble(bench.panel.txtCalMeasVoltage[0].Text) - before, 200, 20);
+}
+
 TEST_P(LiveScan, DataflashRefreshStopsTheScanForItsRead) {
   PanelBench bench(GetParam());
   bench.StartUp();
@@ -134,6 +147,18 @@ TEST(LiveScanValues, KeldShowsWordsInPlainDecimalAndEndsATickQuietlyOnOverflow) 
   panel.tmrScan_Timer();
   EXPECT_TRUE(bench.sim.MessageTexts().empty());
   EXPECT_FALSE(panel.btnCalibrate.Enabled);
+}
+
+TEST(LiveScanValues, KeldPlusWithoutABatteryInputStillWaitsTwiceForTheRawStream) {
+  PanelBench bench(sim::Family::KeldPlus);
+  bench.StartUp();
+  g_bBatteryVSupported = false;
+  bench.panel.txtBatMeasured.Text = "kept";
+  bench.panel.DisableCalibrationControls();
+  bench.panel.chkUpdates.Value = 1;
+  bench.panel.tmrScan_Timer();
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-without-battery-keld_plus"));
+  EXPECT_EQ(bench.panel.txtBatMeasured.Text, "kept");
 }
 
 TEST(LiveScanValues, KeldPlusShowsARawBatteryWordOfZeroAsUnread) {
