@@ -129,11 +129,6 @@ void Press(PanelBench& bench, const std::vector<Entry>& entries, const std::stri
   EXPECT_TRUE(bench.panel.tmrScan.Enabled());
 }
 
-std::string TestName(std::string name) {
-  std::erase(name, '-');
-  return name;
-}
-
 class CalibrateChecks : public ::testing::TestWithParam<Check> {};
 
 TEST_P(CalibrateChecks, RefuseWithTheirBoxAndLeaveTheGaugeAlone) {
@@ -142,7 +137,7 @@ TEST_P(CalibrateChecks, RefuseWithTheirBoxAndLeaveTheGaugeAlone) {
 }
 
 INSTANTIATE_TEST_SUITE_P(InOrder, CalibrateChecks, ::testing::ValuesIn(Checks()),
-                         [](const auto& check) { return TestName(check.param.name); });
+                         [](const auto& check) { return testing::TestNameOf(check.param.name); });
 
 class CalibrateCheckPairs : public ::testing::TestWithParam<Pair> {};
 
@@ -153,7 +148,8 @@ TEST_P(CalibrateCheckPairs, TheEarlierCheckSpeaks) {
 
 INSTANTIATE_TEST_SUITE_P(TwoAtOnce, CalibrateCheckPairs, ::testing::ValuesIn(Pairs()),
                          [](const auto& pair) {
-                           return std::to_string(pair.index) + TestName(pair.param.winner);
+                           return std::to_string(pair.index) +
+                                  testing::TestNameOf(pair.param.winner);
                          });
 
 TEST(CalibrateChecksEdges, LimitsAreInclusiveAndOnlyConfiguredRowsAreChecked) {

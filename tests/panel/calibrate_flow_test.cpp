@@ -94,11 +94,7 @@ INSTANTIATE_TEST_SUITE_P(
                     }
                   };
                 }}),
-    [](const auto& failure) {
-      std::string name = failure.param.name;
-      std::erase(name, '-');
-      return name;
-    });
+    [](const auto& failure) { return testing::TestNameOf(failure.param.name); });
 
 TEST(CalibrateFailure, TheHandlerStartsAStoppedScan) {
   PanelBench bench(sim::Family::Morlin);

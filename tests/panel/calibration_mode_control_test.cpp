@@ -100,11 +100,7 @@ INSTANTIATE_TEST_SUITE_P(
                                   }
                                 };
                               }}),
-    [](const auto& refusal) {
-      std::string name = refusal.param.trace;
-      std::erase(name, '-');
-      return name;
-    });
+    [](const auto& refusal) { return testing::TestNameOf(refusal.param.trace); });
 
 TEST(ExitCalibrationMode, UnreadBlocksAreReportedAndExitGoesOn) {
   PanelBench bench(sim::Family::Morlin);
@@ -167,11 +163,7 @@ INSTANTIATE_TEST_SUITE_P(
                               ""},
                       Mapping{"map-internal-temperature-unsupported-morlin",
                               [](PanelBench&) { g_bIntTSSupported = false; }, "kept"}),
-    [](const auto& mapping) {
-      std::string name = mapping.param.trace;
-      std::erase(name, '-');
-      return name;
-    });
+    [](const auto& mapping) { return testing::TestNameOf(mapping.param.trace); });
 
 }  // namespace
 }  // namespace ombrelay

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,9 +29,12 @@ std::vector<std::string> Texts(const std::array<TextBox, 4>& boxes) {
   return {boxes[0].Text, boxes[1].Text, boxes[2].Text, boxes[3].Text};
 }
 
-// A started panel with the controls disabled, as a calibration leaves them while it runs.
-void Tick(PanelBench& bench, bool updates) {
+// A started panel with the controls disabled, as a calibration leaves them while it runs, and
+// whatever arrange sets up after start-up.
+void Tick(
+    PanelBench& bench, bool updates, const std::function<void()>& arrange = [] {}) {
   bench.StartUp();
+  arrange();
   bench.panel.DisableCalibrationControls();
   bench.panel.chkUpdates.Value = updates ? 1 : 0;
   bench.panel.tmrScan_Timer();
@@ -74,35 +78,27 @@ INSTANTIATE_TEST_SUITE_P(EveryFamily, LiveScan, ::testing::ValuesIn(kFamilies),
 
 TEST(LiveScanEnds, AMorlinThatStopsAnsweringCostsNoMessage) {
   PanelBench bench(sim::Family::Morlin);
-  bench.StartUp();
-  bench.sim.gauge->SetDisconnected(true);
-  bench.panel.DisableCalibrationControls();
-  bench.panel.chkUpdates.Value = 1;
-  bench.panel.tmrScan_Timer();
+  Tick(bench, true, [&bench] { bench.sim.gauge->SetDisconnected(true); });
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-gauge-gone-morlin"));
 }
 
 TEST(LiveScanEnds, MorlinBlocksThatCannotBeRequestedEndTheTickWithABox) {
   PanelBench bench(sim::Family::Morlin);
-  bench.StartUp();
-  bench.sim.afterOperation = [&bench](const BusOperation& operation) {
-    if (operation.cmd == 0x0D) bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2);
-  };
-  bench.panel.DisableCalibrationControls();
-  bench.panel.chkUpdates.Value = 1;
-  bench.panel.tmrScan_Timer();
+  Tick(bench, true, [&bench] {
+    bench.sim.afterOperation = [&bench](const BusOperation& operation) {
+      if (operation.cmd == 0x0D) bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2);
+    };
+  });
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-blocks-unread-morlin"));
 }
 
 TEST(LiveScanEnds, AKeldPlusSensorWordThatOverflowsIsReported) {
   PanelBench bench(sim::Family::KeldPlus);
-  bench.StartUp();
-  bench.sim.afterOperation = [&bench](const BusOperation& operation) {
-    if (operation.cmd == 0x0A) bench.sim.gauge->CorruptNextRead(sim::Transfer::WordRead, 1);
-  };
-  bench.panel.DisableCalibrationControls();
-  bench.panel.chkUpdates.Value = 1;
-  bench.panel.tmrScan_Timer();
+  Tick(bench, true, [&bench] {
+    bench.sim.afterOperation = [&bench](const BusOperation& operation) {
+      if (operation.cmd == 0x0A) bench.sim.gauge->CorruptNextRead(sim::Transfer::WordRead, 1);
+    };
+  });
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-sensor-overflow-keld_plus"));
 }
 
@@ -151,12 +147,10 @@ TEST(LiveScanValues, KeldShowsWordsInPlainDecimalAndEndsATickQuietlyOnOverflow) 
 
 TEST(LiveScanValues, KeldPlusWithoutABatteryInputStillWaitsTwiceForTheRawStream) {
   PanelBench bench(sim::Family::KeldPlus);
-  bench.StartUp();
-  g_bBatteryVSupported = false;
-  bench.panel.txtBatMeasured.Text = "kept";
-  bench.panel.DisableCalibrationControls();
-  bench.panel.chkUpdates.Value = 1;
-  bench.panel.tmrScan_Timer();
+  Tick(bench, true, [&bench] {
+    g_bBatteryVSupported = false;
+    bench.panel.txtBatMeasured.Text = "kept";
+  });
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-without-battery-keld_plus"));
   EXPECT_EQ(bench.panel.txtBatMeasured.Text, "kept");
 }

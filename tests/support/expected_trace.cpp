@@ -96,4 +96,9 @@ std::vector<std::string> ExpectedTrace(const std::string& name) {
   return ::testing::AssertionFailure() << out.str();
 }
 
+std::string TestNameOf(std::string traceName) {
+  std::erase(traceName, '-');
+  return traceName;
+}
+
 }  // namespace ombrelay::testing

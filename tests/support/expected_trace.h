@@ -23,4 +23,7 @@ std::vector<std::string> ExpectedTrace(const std::string& name);
 ::testing::AssertionResult MatchesTrace(const std::vector<std::string>& actual,
                                         const std::string& name);
 
+// A trace's name as a parameterised test's name, which takes letters, digits and '_' only.
+std::string TestNameOf(std::string traceName);
+
 }  // namespace ombrelay::testing
