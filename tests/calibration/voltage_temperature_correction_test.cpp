@@ -234,7 +234,8 @@ TEST(TemperatureCorrection, OffsetsOutOfRangeNameTheirSensorAndTheFirstCheckWins
     CorrectionBench bench(sim::Family::Quill);
     for (const std::array<double, 5>& actual :
          {std::array<double, 5>{NS, 12.8, NS, NS, NS}, std::array<double, 5>{NS, NS, 12.8, NS, NS},
-          std::array<double, 5>{NS, 12.8, 12.8, NS, NS}}) {
+          std::array<double, 5>{NS, 12.8, 12.8, NS, NS},
+          std::array<double, 5>{NS, -300.5, NS, NS, NS}}) {
       EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, Temperatures(actual)), 1);
     }
     EXPECT_TRUE(bench.Follows("calibration/temperature-limits-quill"));

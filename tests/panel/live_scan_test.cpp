@@ -137,9 +137,23 @@ TEST(LiveScanValues, KeldShowsWordsInPlainDecimalAndEndsATickQuietlyOnOverflow) 
   panel.tmrScan_Timer();
   EXPECT_EQ(Texts(panel.txtCalMeasVoltage), std::vector<std::string>(4, "Err_Rd"));
 
+  // Without an internal sensor its box is left alone.
+  g_bIntTSSupported = false;
+  panel.txtMeasTemp[0].Text = "kept";
+  panel.tmrScan_Timer();
+  EXPECT_EQ(panel.txtMeasTemp[0].Text, "kept");
+
+  // A pack word of 32768 or more overflows as an unsigned 16-bit read, as does a stack sum:
+  // each ends the tick before the controls are given back.
+  bench.sim.gauge->SetWord(0x5A, 0x9000);
+  panel.txtPackMeasured.Text = "kept";
+  panel.DisableCalibrationControls();
+  panel.tmrScan_Timer();
+  EXPECT_EQ(panel.txtPackMeasured.Text, "kept");
+  EXPECT_FALSE(panel.btnCalibrate.Enabled);
+  bench.sim.gauge->SetWord(0x5A, 12000);
   for (std::uint8_t command = 0x38; command <= 0x3B; ++command)
     bench.sim.gauge->SetWord(command, 20000);
-  panel.DisableCalibrationControls();
   panel.tmrScan_Timer();
   EXPECT_TRUE(bench.sim.MessageTexts().empty());
   EXPECT_FALSE(panel.btnCalibrate.Enabled);

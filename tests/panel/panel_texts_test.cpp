@@ -1,5 +1,6 @@
 // Every text the voltage and temperature page and the panel's frame show of their own, with the
-// limits of the entry boxes, compared with the list written out in tests/traces/panel/.
+// limits of the entry boxes and where the pages stand, compared with the list written out in
+// tests/traces/panel/.
 
 #include <gtest/gtest.h>
 
@@ -62,7 +63,15 @@ TEST(PanelTexts, TheFirstPageAndTheFrameReadAsWrittenOut) {
   panel.UserControl_Show();  // without a gauge start-up ends after the page's layout
 
   Texts texts;
-  texts.Add("SStabCal", panel.SStabCal.TabCaptions.at(0) + "|" + panel.SStabCal.TabCaptions.at(1));
+  texts.Add("SStabCal", panel.SStabCal.TabCaptions.at(0) + "|" + panel.SStabCal.TabCaptions.at(1) +
+                            " tab " + std::to_string(panel.SStabCal.Tab));
+  for (std::size_t i = 0; i < panel.picCalibration.size(); ++i) {
+    const Picture& page = panel.picCalibration[i];
+    texts.Add("picCalibration(" + std::to_string(i) + ")",
+              std::to_string(page.Top) + " " + std::to_string(page.Left) + " " +
+                  std::to_string(page.Height) + " " + std::to_string(page.Width) +
+                  (page.Visible ? " shown" : " hidden"));
+  }
   texts.Add("chkUpdates", panel.chkUpdates.Caption);
   texts.Add("txtVersion", panel.txtVersion.Caption);
   texts.Add("lblVTCalibration", panel.lblVTCalibration.Caption);
