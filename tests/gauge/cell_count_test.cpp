@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "config/map_library.h"
 #include "shell/shared_state.h"
 #include "tests/support/gauge_bench.h"
 #include "tests/support/temp_appdir.h"
@@ -44,6 +45,7 @@ TEST(ReadNumberofCells, EachFamilyCodesTheCountItsOwnWay) {
     EXPECT_EQ(numCells, c.cells);
     EXPECT_TRUE(bench.Follows("gauge/read-number-of-cells-" + family));
     EXPECT_TRUE(bench.platform.Messages().empty());
+    EXPECT_EQ(GetNumClasses(), 0) << "QUILL's search leaves no map loaded";
   }
 }
 

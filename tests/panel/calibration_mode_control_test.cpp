@@ -54,8 +54,14 @@ INSTANTIATE_TEST_SUITE_P(EveryFamily, ModeControl,
 TEST(EnterCalibrationMode, TheOffsetModeAsksForItsOwnRawOutput) {
   PanelBench bench(sim::Family::Morlin);
   bench.StartUp();
+  sim::Measurements applied = bench.sim.gauge->AppliedMeasurements();
+  applied.cellMv[0] += 200;
+  bench.sim.gauge->ApplyMeasurements(applied);
   EXPECT_EQ(bench.panel.EnterCalibrationMode(1), 0);
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/enter-offset-morlin"));
+  // The blocks read on the way in show in the grid.
+  const MODField& cell = g_atMODBlocks[0].atFields[0];
+  EXPECT_EQ(bench.panel.displaygrid.Cell(cell.iGridRow, 1).Text, cell.sValue);
 }
 
 TEST(EnterCalibrationMode, UnreadBlocksAreReportedAndTheModeEnteredAllTheSame) {

@@ -60,9 +60,16 @@ TEST_P(LiveScan, ATickShowsWhatTheGaugeMeasuresNow) {
   const double before = TextToDouble(bench.panel.txtCalMeasVoltage[0].Text);
   sim::Measurements applied = bench.sim.gauge->AppliedMeasurements();
   applied.cellMv[0] += 200;
+  applied.temperatures.fill(3100);
   bench.sim.gauge->ApplyMeasurements(applied);
   bench.panel.tmrScan_Timer();
   EXPECT_NEAR(TextToDouble(bench.panel.txtCalMeasVoltage[0].Text) - before, 200, 20);
+  // MORLIN's grid follows both of its blocks.
+  for (const MODBlock& block : {g_atMODBlocks[0], g_atMODBlocks[1]}) {
+    if (GetParam() != sim::Family::Morlin) break;
+    const MODField& first = block.atFields[0];
+    EXPECT_EQ(bench.panel.displaygrid.Cell(first.iGridRow, 1).Text, first.sValue) << block.sName;
+  }
 }
 
 TEST_P(LiveScan, DataflashRefreshStopsTheScanForItsRead) {
