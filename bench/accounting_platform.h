@@ -26,6 +26,7 @@ class AccountingPlatform : public Platform {
     if (seconds > 0) waitedMs_ += seconds * 1000.0;
     inner_.PumpingWaitStarted(seconds);
   }
+  void PumpingWaitEnded() override { inner_.PumpingWaitEnded(); }
   float Random() override { return inner_.Random(); }
   void AttachTimer(Timer& timer) override { inner_.AttachTimer(timer); }
   void DetachTimer(Timer& timer) override { inner_.DetachTimer(timer); }

@@ -85,6 +85,9 @@ void RestartOutput(std::int16_t outputWord, std::int32_t afterExitMs) {
 }  // namespace
 
 Status GatherRawCalValues(std::int16_t mode) {
+  // Settings never accept fewer than one sample; without an accepted count there is nothing to
+  // average, so the gauge is not asked for anything.
+  if (g_iNumSamples < 1) return 1;
   MODBuffer buffer{};
   std::array<std::int32_t, kWordCount> sums{};
   const std::int16_t outputWord =

@@ -65,9 +65,11 @@ SensorTargets TargetsOfFamily() {
               SensorTarget{0, 14, Measured::BlockValue, 3},
               SensorTarget{0, 15, Measured::BlockValue, 4}};
     case KELD_PLUS:
+      // Entering calibration mode does not refresh block 1 on this kind, so TS3 too goes by
+      // what the panel showed.
       return {SensorTarget{0, 11, Measured::Entered, 0}, SensorTarget{0, 12, Measured::Entered, 1},
-              SensorTarget{0, 13, Measured::Entered, 2},
-              SensorTarget{0, 14, Measured::BlockValue, 3}, std::nullopt};
+              SensorTarget{0, 13, Measured::Entered, 2}, SensorTarget{0, 14, Measured::Entered, 3},
+              std::nullopt};
     case KELD:
       // TS2 goes by TS1's known temperature against the gauge's own reading.
       return {std::nullopt, SensorTarget{1, 4, Measured::Entered, 1},

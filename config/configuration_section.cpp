@@ -42,14 +42,16 @@ class SectionReader {
   const std::string& path_;
 };
 
-void ReadNumbersAndFlags(const SectionReader& ini) {
+// False after its message when the section holds a number that no capture can work with; the
+// refused number is not taken.
+bool ReadNumbersAndFlags(const SectionReader& ini) {
   g_iCalMode = ini.Int16("calmode", 0x2D);
   g_iExitCalCommand = ini.Int16("exitCalCommand", -3968);
   g_iOutputCalValuesCommand = ini.Int16("outputCalValuesCommand", -3967);
   g_iOutputCalValuesforOffsetCommand = ini.Int16("outputCalValuesforOffsetCommand", -3966);
   g_iKeldPlusCalFlag = ini.Int16("KELDPLUSCALFLAG", 0x74);
   g_iKeldPlusCalFlagBitPos = ini.Int16("KELDPLUSCALFLAGBITPOS", 16);
-  g_iNumSamples = ini.Int16("NumSamples", 4);
+  const std::int16_t numSamples = ini.Int16("NumSamples", 4);
   g_bZenoMAC = ToByte(ini.Int("ZenoMAC", 0));
   g_bIntTSSupported = ini.Flag("IntTSSupported", true);
   g_bTS1Supported = ini.Flag("TS1Supported", true);
@@ -71,6 +73,16 @@ void ReadNumbersAndFlags(const SectionReader& ini) {
         "Allowed values for g_iSystemConfigurationParamLength are 1 or 2. Please check value in "
         "config.ini");
   }
+  // A raw capture averages over this many readings: none would divide by zero.
+  if (numSamples < 1) {
+    MsgBox(
+        "Value of key NumSamples is below 1. A raw calibration capture needs at least one sample. "
+        "Please check key value in application directory in file config.ini. Do not proceed with "
+        "calibration until this is resolved.");
+    return false;
+  }
+  g_iNumSamples = numSamples;
+  return true;
 }
 
 std::optional<std::int32_t> FamilyNamed(std::string_view word) {
@@ -119,7 +131,8 @@ bool ValidateReadCommand(const std::string& command, const std::string& key, int
   }
   const std::vector<std::string> pieces = Split(command, ',');
   if (pieces.size() < 2) throw RuntimeError(kSubscriptOutOfRange);
-  const double number = TextToDouble(pieces[1]);
+  // The same 16-bit conversion as when the command is used: what passes here is what is sent.
+  const std::int16_t number = TextToInt16(pieces[1]);
   if (number < low || number > high) {
     MsgBox("Command value for key " + key +
            " is out of range. Please check key value in application directory in file "
@@ -182,7 +195,7 @@ void ApplyMorlinBlockChanges() {
 
 Status ReadSection(const SectionReader& ini) {
   Status status = 0;
-  ReadNumbersAndFlags(ini);
+  if (!ReadNumbersAndFlags(ini)) return 1;
   if (!ReadFamily(ini)) return 1;
 
   if (g_iDFType == QUILL && ini.Text("CCOffsetSampleLocation").empty()) {

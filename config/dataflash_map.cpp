@@ -14,6 +14,8 @@
 namespace ombrelay {
 namespace {
 
+static_assert(kMaxMapClasses <= kParameterNotFound, "a class index must never read as not found");
+
 constexpr std::size_t kMapTextBufferSize = 128;
 constexpr std::int32_t kTargetBufferSize = 2046;
 

@@ -22,7 +22,6 @@ constexpr std::uintmax_t kMaxFileBytes = 16U * 1024U * 1024U;
 constexpr int kMaxDepth = 16;
 constexpr int kMaxJsonValues = 1'000'000;
 constexpr std::size_t kMaxTextLength = 1024;
-constexpr std::size_t kMaxClasses = 1000;
 constexpr std::size_t kMaxSubclasses = 1000;
 constexpr std::size_t kMaxParameters = 10000;
 // Identifiers and offsets stay within 16 bits, so that their sum still fits the program's
@@ -166,7 +165,8 @@ std::vector<MapClass> ReadMap(const std::string& path) {
   if (format == root.end() || *format != kFormat) {
     throw MapRefused(std::string("format is not ") + kFormat);
   }
-  return ReadList(root, "classes", kMaxClasses, "", "class", ReadClass);
+  return ReadList(root, "classes", static_cast<std::size_t>(kMaxMapClasses), "", "class",
+                  ReadClass);
 }
 
 template <typename Item>

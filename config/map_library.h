@@ -17,6 +17,10 @@
 
 namespace ombrelay {
 
+// The most classes a map may have: their indexes run from 0 to 998, below the 999 with which the
+// parameter search says "not found".
+inline constexpr std::int32_t kMaxMapClasses = 999;
+
 // 0 when the map at path is loaded. A refused file leaves no map loaded, so that a caller who
 // goes on regardless finds nothing rather than a map loaded earlier.
 std::int32_t LoadCfgFile(const std::string& path);

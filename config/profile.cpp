@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -70,25 +71,64 @@ struct SectionReader {
   std::vector<Entry> entries;
 };
 
+// The parser also splits a line at ':', which the profile format does not: a ':' in front of
+// the first '=' belongs to the key, so it travels through the parser as this character.
+constexpr char kColonInKey = '\x1F';
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 int CollectEntry(void* user, const char* section, const char* name, const char* value) {
   auto& reader = *static_cast<SectionReader*>(user);
-  if (EqualsIgnoringCase(Trim(section), reader.section)) reader.entries.push_back({name, value});
+  if (!EqualsIgnoringCase(Trim(section), reader.section)) return 1;
+  std::string key = name;
+  std::replace(key.begin(), key.end(), kColonInKey, ':');
+  reader.entries.push_back({std::move(key), value});
   return 1;
 }
 
-// The section's entries in file order. Lines that are no "key=value" are passed over, and a
-// file that cannot be opened has no entries.
+// The file as the parser is to see it: a line without '=' that is no section and no comment is no
+// key, so it goes; a ':' in front of the first '=' is hidden from the parser.
+std::string ProfileText(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::string text;
+  for (std::string line; std::getline(file, line);) {
+    if (text.empty() && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
+    const std::string_view content = Trim(line);
+    const std::size_t equals = line.find('=');
+    if (!content.empty() && content.front() != ';' && content.front() != '[') {
+      if (equals == std::string::npos) {
+        line.clear();
+      } else {
+        std::replace(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(equals), ':',
+                     kColonInKey);
+      }
+    }
+    text += line;
+    text += '\n';
+  }
+  return text;
+}
+
+// The section's entries in file order. A file that cannot be opened has no entries.
 std::vector<Entry> ReadSection(const std::string& section, const std::string& path) {
   SectionReader reader{section, {}};
   const ProfileFormatOptions options;
-  ini_parse(path.c_str(), CollectEntry, &reader);
+  ini_parse_string(ProfileText(path).c_str(), CollectEntry, &reader);
   return std::move(reader.entries);
+}
+
+// A value in matching quotes comes without them.
+std::string Unquoted(std::string_view value) {
+  if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
+      value.back() == value.front()) {
+    value = value.substr(1, value.size() - 2);
+  }
+  return std::string(value);
 }
 
 std::optional<std::string> ReadValue(const std::string& section, const std::string& key,
                                      const std::string& path) {
-  for (Entry& entry : ReadSection(section, path)) {
-    if (EqualsIgnoringCase(entry.key, key)) return std::move(entry.value);
+  for (const Entry& entry : ReadSection(section, path)) {
+    if (EqualsIgnoringCase(entry.key, key)) return Unquoted(entry.value);
   }
   return std::nullopt;
 }

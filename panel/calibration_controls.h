@@ -13,6 +13,14 @@ namespace ombrelay {
 struct CalibrationControls {
   CalibrationControls();
 
+  // The five calibration buttons, which the panel enables and disables together.
+  std::array<Button*, 5> CalibrationButtons() {
+    return {&btnCalCCCounter, &btnCalibrate, &btnPackVoltage, &btnBoardOffset, &btnPackCurrent};
+  }
+  std::array<const Button*, 5> CalibrationButtons() const {
+    return {&btnCalCCCounter, &btnCalibrate, &btnPackVoltage, &btnBoardOffset, &btnPackCurrent};
+  }
+
   // The frame of the panel.
   TabStrip SStabCal;
   std::array<Picture, 2> picCalibration;

@@ -156,10 +156,8 @@ void NBCal::EnableCalibrationControls() {
 }
 
 void NBCal::SetCalibrationButtonsEnabled(bool enabled) {
-  for (Button* button :
-       {&btnCalCCCounter, &btnCalibrate, &btnPackVoltage, &btnBoardOffset, &btnPackCurrent}) {
+  for (Button* button : CalibrationButtons())
     button->Enabled = enabled;
-  }
 }
 
 void NBCal::SetCalibrationCheckboxesEnabled(bool enabled) {

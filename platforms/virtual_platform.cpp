@@ -1,14 +1,18 @@
 #include "platforms/virtual_platform.h"
 
+#include <cmath>
+
 namespace ombrelay {
 
 void VirtualPlatform::MessageBox(const std::string& text, MessageStyle style,
                                  const std::string& title) {
   messages_.push_back({text, style, title});
+  Tell({.kind = PlatformActivity::Kind::Message, .message = &messages_.back()});
   if (onMessage) onMessage(messages_.back());
 }
 
 void VirtualPlatform::Sleep(std::int32_t milliseconds) {
+  Tell({.kind = PlatformActivity::Kind::Sleep, .milliseconds = milliseconds});
   clock_.Advance(milliseconds);
 }
 
@@ -17,10 +21,20 @@ float VirtualPlatform::SecondsSinceMidnight() {
 }
 
 void VirtualPlatform::PumpEvents() {
+  Tell({.kind = PlatformActivity::Kind::Pump});
   clock_.Advance(pumpStepMs_);
   // Ticks run inside the pump, untrapped: a run-time error in one reaches the handler that
   // waited.
   timers_.RunDue(clock_.NowMs(), [](const std::function<void()>& tick) { tick(); });
+}
+
+void VirtualPlatform::PumpingWaitStarted(float seconds) {
+  Tell({.kind = PlatformActivity::Kind::PumpingWaitStarted,
+        .milliseconds = std::llround(static_cast<double>(seconds) * 1000.0)});
+}
+
+void VirtualPlatform::PumpingWaitEnded() {
+  Tell({.kind = PlatformActivity::Kind::PumpingWaitEnded});
 }
 
 float VirtualPlatform::Random() {
@@ -42,6 +56,7 @@ void VirtualPlatform::DetachTimer(Timer& timer) {
 }
 
 void VirtualPlatform::TimerChanged(Timer& timer) {
+  Tell({.kind = PlatformActivity::Kind::TimerChanged});
   timers_.Changed(timer, clock_.NowMs());
 }
 

@@ -20,6 +20,15 @@ struct RecordedMessage {
   std::string title;
 };
 
+// One thing a flow asked of the platform, in the order asked: what a test lays beside the bus
+// operations to see a flow's whole sequence, its waits and boxes included.
+struct PlatformActivity {
+  enum class Kind { Sleep, PumpingWaitStarted, PumpingWaitEnded, Pump, TimerChanged, Message };
+  Kind kind = Kind::Sleep;
+  std::int64_t milliseconds = 0;             // Sleep and PumpingWaitStarted
+  const RecordedMessage* message = nullptr;  // Message
+};
+
 class VirtualPlatform : public Platform {
  public:
   explicit VirtualPlatform(sim::VirtualClock& clock) : clock_(clock) {}
@@ -30,6 +39,8 @@ class VirtualPlatform : public Platform {
   void Sleep(std::int32_t milliseconds) override;
   float SecondsSinceMidnight() override;
   void PumpEvents() override;
+  void PumpingWaitStarted(float seconds) override;
+  void PumpingWaitEnded() override;
   float Random() override;
   void AttachTimer(Timer& timer) override;
   void DetachTimer(Timer& timer) override;
@@ -40,6 +51,8 @@ class VirtualPlatform : public Platform {
   void ClearMessages() { messages_.clear(); }
   // Called as each box is shown, while the caller waits for it to close.
   std::function<void(const RecordedMessage&)> onMessage;
+  // Called for everything asked of the platform, before it is done.
+  std::function<void(const PlatformActivity&)> onActivity;
 
   // How far one pump moves the clock: the time a pass of the event loop takes.
   void SetPumpStepMs(std::int64_t milliseconds) { pumpStepMs_ = milliseconds; }
@@ -48,6 +61,10 @@ class VirtualPlatform : public Platform {
 
  private:
   sim::VirtualClock& clock_;
+  void Tell(PlatformActivity activity) const {
+    if (onActivity) onActivity(activity);
+  }
+
   std::int64_t pumpStepMs_ = 1;
   TimerSchedule timers_{*this};
   std::vector<RecordedMessage> messages_;

@@ -82,10 +82,20 @@ std::string FormatTenths(double value) {
 }
 
 std::string FormatThreeDecimals(double value) {
-  // Round through the decimal text so that 0.1 stays 0.1 rather than its binary neighbour.
-  std::array<char, 64> buffer{};
-  std::snprintf(buffer.data(), buffer.size(), "%.3f", value);
-  const double rounded = std::strtod(buffer.data(), nullptr);
+  // An exact half at the fourth decimal (1.0625) goes away from zero, as a displayed number
+  // format rounds; every other value goes to the nearer three-decimal number of its decimal text,
+  // so that 0.1 stays 0.1 rather than its binary neighbour.
+  const double halves = value * 2000.0;
+  const bool exactHalf = std::fma(value, 2000.0, -halves) == 0.0 && halves == std::trunc(halves) &&
+                         std::fmod(halves, 2.0) != 0.0;
+  double rounded = 0.0;
+  if (exactHalf) {
+    rounded = std::round(value * 1000.0) / 1000.0;
+  } else {
+    std::array<char, 64> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%.3f", value);
+    rounded = std::strtod(buffer.data(), nullptr);
+  }
   return FormatShortest(rounded == 0.0 ? 0.0 : rounded);
 }
 

@@ -43,7 +43,8 @@ std::string Hex(std::uint32_t value);
 
 // The number format "00.0": at least two integer digits and one decimal, "-05.5" for -5.5.
 std::string FormatTenths(double value);
-// The number format "########0.000" followed by the shortest decimal text of the result.
+// The number format "########0.000" followed by the shortest decimal text of the result. An
+// exact half at the fourth decimal rounds away from zero: 1.0625 gives "1.063".
 std::string FormatThreeDecimals(double value);
 // The shortest decimal text that reads back as the same double: "25", "25.3", "-0.5".
 std::string FormatShortest(double value);

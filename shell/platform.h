@@ -25,9 +25,11 @@ class Platform {
   virtual float SecondsSinceMidnight() = 0;
   // Lets pending events run: timer ticks, clicks, repaints.
   virtual void PumpEvents() = 0;
-  // Told before each wait that pumps events, with its length; a platform that accounts for the
-  // time a run must spend waiting counts it.
+  // Told before and after each wait that pumps events, with its length: a platform that
+  // accounts for the time a run must spend waiting counts it, and a test tells these waits from
+  // the events they pump.
   virtual void PumpingWaitStarted(float /*seconds*/) {}
+  virtual void PumpingWaitEnded() {}
   // The next pseudo-random number in [0, 1).
   virtual float Random() = 0;
 

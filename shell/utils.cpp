@@ -18,9 +18,10 @@ void DelaySeconds(float sngSeconds) {
   platform.PumpEvents();
   for (float now = platform.SecondsSinceMidnight(); now < start + sngSeconds;
        now = platform.SecondsSinceMidnight()) {
-    if (now < start) return;  // the clock wrapped at midnight
+    if (now < start) break;  // the clock wrapped at midnight
     platform.PumpEvents();
   }
+  platform.PumpingWaitEnded();
 }
 
 bool IsHexDigit(const std::string& sChar) {

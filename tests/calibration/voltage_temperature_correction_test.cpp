@@ -4,9 +4,7 @@
 
 #include <array>
 #include <cstddef>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "calibration/calibration_tables.h"
 #include "gauge/calibration_dataflash.h"
@@ -18,10 +16,8 @@ namespace ombrelay {
 namespace {
 
 using testing::GaugeBench;
-using Lines = std::vector<std::string>;
 
-constexpr const char* kGeneralError =
-    "Error during Voltage and Temperature Calibration. Calibration not performed.";
+constexpr double NS = NoSensorValue;
 
 // A gauge whose calibration data has been read, as entering calibration mode leaves it, with
 // the raw readings of block 2 given as text.
@@ -41,15 +37,11 @@ class CorrectionBench : public GaugeBench {
       g_atMODBlocks[2].atFields[3 + cell].sValue = cells[cell];
     g_atMODBlocks[2].atFields[11].sValue = battery;
   }
-
-  sim::Bytes Stored(std::size_t address, std::size_t count) const {
-    return gauge->DataflashBytes(address, count);
+  // Block 1's temperatures, internal to TS4, as entering calibration mode read them.
+  static void SetBlockTemperatures(const std::array<const char*, 5>& values) {
+    for (std::size_t sensor = 0; sensor < values.size(); ++sensor)
+      g_atMODBlocks[1].atFields[sensor].sValue = values[sensor];
   }
-  sim::Bytes Before(std::size_t address, std::size_t count) const {
-    return {before.begin() + static_cast<std::ptrdiff_t>(address),
-            before.begin() + static_cast<std::ptrdiff_t>(address + count)};
-  }
-  bool Wrote() const { return !OperationsNamed("WriteSMBusBlock").empty(); }
 
   sim::Bytes before;
 };
@@ -59,92 +51,86 @@ VoltageCalInputs Voltages(std::int16_t v1, std::int16_t v2 = 8000, std::int16_t 
   return {{v1, v2, v3, v4}, 16000.0, cells};
 }
 
+TemperatureCalInputs Temperatures(const std::array<double, 5>& actual,
+                                  const std::array<double, 5>& measured = {}) {
+  return {actual, measured};
+}
+
 TEST(VoltageCorrection, ScalesFromStackVoltagesLandHighByteFirstInEachFamilysFields) {
-  struct Case {
-    sim::Family family;
-    std::size_t firstScale;  // dataflash address of cell 1's scale
-  };
-  for (const Case c : {Case{sim::Family::Morlin, 0}, Case{sim::Family::KeldPlus, 0},
-                       Case{sim::Family::Keld, 21}, Case{sim::Family::Quill, 8}}) {
-    CorrectionBench bench(c.family);
-    EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000), {}), 0);
-    EXPECT_TRUE(bench.MessageTexts().empty());
-    // 4000 mV over 12800 and each stack over the summed cells below it: 20480 every time.
-    for (std::size_t cell = 0; cell < 4; ++cell) {
-      EXPECT_EQ(bench.Stored(c.firstScale + 2 * cell, 2), (sim::Bytes{0x50, 0x00}))
-          << static_cast<int>(c.family) << " cell " << cell + 1;
-    }
+  for (const sim::Family family :
+       {sim::Family::Morlin, sim::Family::KeldPlus, sim::Family::Keld, sim::Family::Quill}) {
+    const std::string name(sim::FamilyName(family));
+    CorrectionBench bench(family);
+    EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4100, 8100, 12450, 16500), {}),
+              0)
+        << name;
+    EXPECT_TRUE(bench.Follows("calibration/voltage-correction-" + name));
   }
 }
 
-TEST(VoltageCorrection, BatteryGainTakesTheWholeWordOnRowFamiliesOnly) {
+TEST(VoltageCorrection, BatteryGainTakesTheWholeWordAfterTheCells) {
   CorrectionBench bench(sim::Family::Morlin);
-  // 16000 over 25600 gives 40960: above a signed word and still written.
-  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000), {}), 0);
-  EXPECT_EQ(bench.Stored(10, 2), (sim::Bytes{0xA0, 0x00}));
-
+  const VoltageCalInputs voltages = Voltages(4100, 8100, 12450, 16500);
   CorrectionBench::SetRaw({"12800", "12800", "12800", "12800"}, "16000");
-  bench.Restart();
-  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000), {}), 1);
-  EXPECT_EQ(
-      bench.MessageTexts(),
-      Lines{"Battery Voltage Correction is beyond allowed value. Calibration not performed."});
-  EXPECT_FALSE(bench.Wrote());
-
-  // A raw battery reading of 0 is a division by zero.
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, voltages, {}), 1);
   CorrectionBench::SetRaw({"12800", "12800", "12800", "12800"}, "0");
-  bench.Restart();
-  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000), {}), 1);
-  EXPECT_EQ(bench.MessageTexts(), Lines{kGeneralError});
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, voltages, {}), 1);
+  CorrectionBench::SetRaw({"16384", "12800", "12800", "12800"}, "16000");
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(16384), {}), 1);
+  EXPECT_EQ(bench.gauge->DataflashBytes(0, 64), bench.before);
 
-  // Without a battery voltage the reading is not looked at.
   g_bBatteryVSupported = false;
-  bench.Restart();
-  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000), {}), 0);
+  CorrectionBench::SetRaw({"12800", "12800", "12800", "12800"}, "0");
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, voltages, {}), 0);
+  EXPECT_TRUE(bench.Follows("calibration/battery-gain-morlin"));
+}
+
+TEST(VoltageCorrection, TheBatteryVoltageIsRoundedBeforeItsGainIsWorkedOut) {
+  CorrectionBench bench(sim::Family::Morlin);
+  VoltageCalInputs voltages = Voltages(4100, 8100, 12450, 16500);
+  voltages.dBatteryVoltage = 16000.5;  // 16000, half to even: a gain of exactly 40960
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, voltages, {}), 0);
+  EXPECT_EQ(bench.gauge->DataflashBytes(10, 2), (sim::Bytes{0xA0, 0x00}));
 }
 
 TEST(VoltageCorrection, ScalesBeyondASignedWordFailWithoutWriting) {
   struct Case {
-    std::int16_t volts;
-    const char* raw1;
-    const char* raw2;
+    std::array<std::int16_t, 4> volts;
     std::int16_t cells;
-    std::optional<std::string> message;
-    sim::Bytes cell1;
+    std::array<const char*, 4> raw;
   };
-  const std::string cell1Range =
-      "Correction for Cell Voltage 1 is beyond allowed range. Calibration not performed.";
-  const Case cases[] = {
-      {10923, "21847", "12800", 2, std::nullopt, {0x7F, 0xFF}},  // 32767, the largest stored
-      {8192, "16384", "12800", 2, kGeneralError, {}},            // 32768
-      {13107, "13107.2", "12800", 2, kGeneralError, {}},         // exactly 65535
-      {16384, "16384", "12800", 2, cell1Range, {}},              // 65536
-      {1000,
-       "4000",
-       "1",
-       2,
-       "Correction for Cell Voltage 2 is beyond allowed range. Calibration not performed.",
-       {}},
-      {4000, "12800", "0", 2, "Raw calibration value of zero in voltage rows.", {}},
-      {4000, "12800", "12800", 2, std::nullopt, {0x50, 0x00}},  // cells 3 and 4 left alone
-      {4000, "12800", "", 2, kGeneralError, {}},                // no number
+  // In the order of the messages in the trace.
+  const Case failures[] = {
+      {{8192, 8000, 32767, 32767}, 2, {"16384", "12800", "0", "0"}},
+      {{13107, 8000, 32767, 32767}, 2, {"13107.2", "12800", "0", "0"}},
+      {{16384, 8000, 32767, 32767}, 2, {"16384", "12800", "0", "0"}},
+      {{1000, 8000, 32767, 32767}, 2, {"4000", "1", "0", "0"}},
+      {{4000, 8000, 32767, 32767}, 2, {"12800", "0", "0", "0"}},
+      {{16384, 8000, 32767, 32767}, 2, {"16384", "0", "0", "0"}},
+      {{4000, 8000, 32767, 32767}, 2, {"12800", "", "0", "0"}},
+      {{4000, 8000, 32767, 32767}, 4, {"12800", "12800", "1", "0"}},
+      {{1000, 2000, 3000, 32767}, 4, {"4000", "4000", "4000", "1"}},
   };
-  for (const Case& c : cases) {
-    CorrectionBench bench(sim::Family::Morlin);
-    CorrectionBench::SetRaw({c.raw1, c.raw2, "0", "0"}, "25600");
-    const Status result = CalibrateVoltageandTemperature(
-        true, false, Voltages(c.volts, 8000, 32767, 32767, c.cells), {});
-    if (c.message) {
-      EXPECT_EQ(result, 1) << c.volts;
-      EXPECT_EQ(bench.MessageTexts(), Lines{*c.message}) << c.volts;
-      EXPECT_FALSE(bench.Wrote()) << c.volts;
-      EXPECT_EQ(bench.Stored(0, 64), bench.before) << c.volts;
-    } else {
-      EXPECT_EQ(result, 0) << c.volts;
-      EXPECT_EQ(bench.Stored(0, 2), c.cell1) << c.volts;
-      EXPECT_EQ(bench.Stored(4, 4), bench.Before(4, 4)) << c.volts;
-    }
+  CorrectionBench bench(sim::Family::Morlin);
+  g_bBatteryVSupported = false;
+  for (const Case& c : failures) {
+    CorrectionBench::SetRaw(c.raw, "25600");
+    const VoltageCalInputs voltages{c.volts, 16000.0, c.cells};
+    EXPECT_EQ(CalibrateVoltageandTemperature(true, false, voltages, {}), 1) << c.volts[0];
   }
+  EXPECT_EQ(bench.gauge->DataflashBytes(0, 64), bench.before);
+  EXPECT_TRUE(bench.Follows("calibration/cell-scale-limits-morlin"));
+
+  // Patched bytes of the failures stay local; a new calibration reads the data afresh.
+  ReadCalDataflash();
+  bench.Restart();
+  CorrectionBench::SetRaw({"21847", "12800", "0", "0"}, "25600");
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(10923, 8000, 32767, 32767, 2), {}),
+            0);
+  CorrectionBench::SetRaw({"12800", "12800", "0", "0"}, "25600");
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000, 8000, 32767, 32767, 2), {}),
+            0);
+  EXPECT_TRUE(bench.Follows("calibration/cell-scale-writes-morlin"));
 }
 
 TEST(TemperatureCorrection, OffsetIsTheRoundedDifferenceInTenthsPlusTheCurrentOffset) {
@@ -167,113 +153,119 @@ TEST(TemperatureCorrection, OffsetIsTheRoundedDifferenceInTenthsPlusTheCurrentOf
   EXPECT_THROW(ComputeTempOffset(4000.0, 0.0, 0.0, out), RuntimeError);
 }
 
-TEST(TemperatureCorrection, MorlinTakesMeasuredValuesFromTheTemperatureBlock) {
-  CorrectionBench bench(sim::Family::Morlin);
-  const std::array<const char*, 5> blockValues = {"20.0", "24.3", "21.0", "22.0", "23.0"};
-  for (std::size_t sensor = 0; sensor < 5; ++sensor) {
-    g_atMODBlocks[1].atFields[sensor].sValue = blockValues[sensor];
+TEST(TemperatureCorrection, EachFamilyTakesItsOwnTargetsAndMeasuredValues) {
+  {
+    CorrectionBench bench(sim::Family::Morlin);
+    CorrectionBench::SetBlockTemperatures({"20.0", "24.3", "21.0", "22.0", "23.0"});
+    g_atCalParameters[0].atFields[12].sValue = "5";
+    const std::array<double, 5> entered = {99.0, 99.0, 99.0, 99.0, 99.0};  // not used here
+    EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {},
+                                             Temperatures({NS, 25.0, 20.0, 22.5, 21.0}, entered)),
+              0);
+    // Only -300.0 itself marks a sensor as not selected.
+    CorrectionBench::SetBlockTemperatures({"20.0", "24.3", "-300.0", "22.0", "23.0"});
+    EXPECT_EQ(
+        CalibrateVoltageandTemperature(false, true, {}, Temperatures({NS, NS, -299.9, NS, NS})), 0);
+    EXPECT_TRUE(bench.Follows("calibration/temperature-correction-morlin"));
   }
-  g_atCalParameters[0].atFields[12].sValue = "5";
-  TemperatureCalInputs temperatures;
-  temperatures.adActual = {NoSensorValue, 25.0, 20.0, 22.0, 23.0};
-  temperatures.adMeasured = {99.0, 99.0, 99.0, 99.0, 99.0};
-  EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, temperatures), 0);
-  EXPECT_EQ(bench.Stored(26, 5), (sim::Bytes{bench.before[26], 12, 246, 0, 0}));
-
-  // Only -300.0 itself marks a sensor as not selected.
-  temperatures.adActual = {NoSensorValue, NoSensorValue, -299.9, NoSensorValue, NoSensorValue};
-  g_atMODBlocks[1].atFields[2].sValue = "-300.0";
-  bench.Restart();
-  EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, temperatures), 0);
-  EXPECT_EQ(bench.Stored(28, 1), (sim::Bytes{1}));
-}
-
-TEST(TemperatureCorrection, AnOffsetOutOfRangeNamesItsSensorAndWritesNothing) {
-  struct Case {
-    sim::Family family;
-    std::size_t sensor;
-    const char* message;
-  };
-  const Case cases[] = {
-      {sim::Family::KeldPlus, 0,
-       "Temperature Correction beyond allowed range for Internal Temperature Calibration.  "
-       "Allowed range approximately plus or minus 12.7 deg K from default value of 0. No "
-       "calibration data written."},
-      {sim::Family::Quill, 1,
-       "Temperature Correction beyond allowed range for External Temperature Sensor 1.  Allowed "
-       "range approximately plus or minus 12.7 deg K from default value. No calibration data "
-       "written."},
-      {sim::Family::KeldPlus, 2,
-       "Temperature Correction beyond allowed range for External Temperature Sensor 2.  Allowed "
-       "range approximately plus or minus 12 deg K. Please correct value. No calibration data "
-       "written."},
-      {sim::Family::Quill, 2,
-       "Temperature Correction beyond allowed range for External Temperature Sensor 2.  Allowed "
-       "range is approximately plus or minus 12.7 deg K from default value. No calibration data "
-       "written."},
-      {sim::Family::Morlin, 3,
-       "Temperature Correction beyond allowed range for External Temperature Sensor 3.  Allowed "
-       "range is approximately plus or minus 12.7 deg K from default value. No calibration data "
-       "written."},
-      {sim::Family::Morlin, 4,
-       "Temperature Correction beyond allowed range for External Temperature Sensor 4.  Allowed "
-       "range is approximately plus or minus 12.7 deg K from default value. No calibration data "
-       "written."},
-  };
-  for (const Case& c : cases) {
-    CorrectionBench bench(c.family);
-    for (std::size_t sensor = 0; sensor < 5; ++sensor)
-      g_atMODBlocks[1].atFields[sensor].sValue = "0.0";
-    TemperatureCalInputs temperatures;
-    temperatures.adMeasured = {0.0, 0.0, 0.0, 0.0, 0.0};
-    temperatures.adActual[c.sensor] = 12.8;  // 128 tenths
-    EXPECT_EQ(CalibrateVoltageandTemperature(true, true, Voltages(4000), temperatures), 1)
-        << c.sensor;
-    EXPECT_EQ(bench.MessageTexts(), Lines{c.message}) << c.sensor;
-    EXPECT_FALSE(bench.Wrote()) << c.sensor;
+  {
+    // Entering calibration mode leaves block 1 stale on this family: TS3 goes by what the panel
+    // showed, like the others.
+    CorrectionBench bench(sim::Family::KeldPlus);
+    CorrectionBench::SetBlockTemperatures({"0.0", "0.0", "0.0", "0.0", "0.0"});
+    EXPECT_EQ(CalibrateVoltageandTemperature(
+                  false, true, {}, Temperatures({25.0, NS, NS, 22.5, 99.0}, {24.0, 0, 0, 22.0, 0})),
+              0);
+    EXPECT_TRUE(bench.Follows("calibration/temperature-correction-keld_plus"));
+  }
+  {
+    CorrectionBench bench(sim::Family::Quill);
+    EXPECT_EQ(
+        CalibrateVoltageandTemperature(
+            false, true, {}, Temperatures({40.0, 26.0, 23.0, NS, NS}, {0.0, 25.0, 24.0, 0.0, 0.0})),
+        0);
+    EXPECT_TRUE(bench.Follows("calibration/temperature-correction-quill"));
+  }
+  {
+    // TS2 is selected by its own entry and worked out from TS1's known temperature against the
+    // gauge's live one.
+    CorrectionBench bench(sim::Family::Keld);
+    bench.gauge->SetWord(0x08, 2982);  // 25.0 degrees C
+    g_atCalParameters[1].atFields[5].sValue = "3";
+    EXPECT_EQ(
+        CalibrateVoltageandTemperature(
+            false, true, {}, Temperatures({40.0, 27.0, 0.0, NS, NS}, {0.0, 26.0, 0.0, 0.0, 0.0})),
+        0);
+    bench.gauge->FailNext(sim::Transfer::WordRead, 1);
+    EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4100), {}), 1);
+    EXPECT_EQ((sim::Bytes{g_abCalData[21], g_abCalData[22]}), (sim::Bytes{0x52, 0x00}));
+    EXPECT_TRUE(bench.Follows("calibration/temperature-correction-keld"));
   }
 }
 
-TEST(TemperatureCorrection, KeldReadsItsLiveTemperatureForTs2AndWhateverWasSelected) {
-  CorrectionBench bench(sim::Family::Keld);
-  bench.gauge->SetWord(0x08, 2982);  // 25.0 degrees C
-  g_atCalParameters[1].atFields[5].sValue = "3";
-  TemperatureCalInputs temperatures;
-  // Internal changes nothing on KELD; TS2 is selected by its own entry and worked out from
-  // TS1's known temperature against the live one.
-  temperatures.adActual = {40.0, 27.0, 0.0, NoSensorValue, NoSensorValue};
-  temperatures.adMeasured = {0.0, 26.0, 0.0, 0.0, 0.0};
-  EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, temperatures), 0);
-  EXPECT_EQ(bench.Stored(11, 3), (sim::Bytes{bench.before[11], 10, 23}));
-  EXPECT_TRUE(bench.MessageTexts().empty());
-
-  // A failed read stops a voltage-only run: scales patched locally, nothing written.
-  bench.Restart();
-  bench.gauge->FailNext(sim::Transfer::WordRead, 1);
-  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4100), {}), 1);
-  EXPECT_EQ(bench.MessageTexts(),
-            Lines{"Unable to read current SBS Temperature from device. Temperature calibration "
-                  "not completed. Please retry."});
-  EXPECT_FALSE(bench.Wrote());
-  const sim::Bytes scale{0x52, 0x00};  // 4100 mV over 12800
-  EXPECT_EQ((sim::Bytes{g_abCalData[21], g_abCalData[22]}), scale);
-  EXPECT_EQ(bench.Stored(21, 2), bench.Before(21, 2));
-  EXPECT_NE(bench.Before(21, 2), scale);
+TEST(TemperatureCorrection, OffsetsOutOfRangeNameTheirSensorAndTheFirstCheckWins) {
+  {
+    // Sealed, so that the write would fail as well.
+    CorrectionBench bench(sim::Family::Morlin);
+    bench.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+    CorrectionBench::SetBlockTemperatures({"0.0", "0.0", "0.0", "0.0", "0.0"});
+    const auto run = [](bool voltage, const std::array<double, 5>& actual) {
+      return CalibrateVoltageandTemperature(voltage, true, Voltages(4000), Temperatures(actual));
+    };
+    EXPECT_EQ(run(false, {NS, NS, NS, 12.8, NS}), 1);
+    EXPECT_EQ(run(false, {NS, NS, NS, NS, 12.8}), 1);
+    EXPECT_EQ(run(false, {12.8, 12.8, NS, NS, NS}), 1);
+    EXPECT_EQ(run(false, {NS, NS, -12.9, NS, NS}), 1);
+    CorrectionBench::SetRaw({"12800", "12800", "12800", "12800"}, "16000");
+    EXPECT_EQ(run(true, {NS, 12.8, NS, NS, NS}), 1);
+    CorrectionBench::SetRaw({"12800", "0", "12800", "12800"}, "25600");
+    EXPECT_EQ(run(false, {NS, 12.8, NS, NS, NS}), 1);
+    EXPECT_TRUE(bench.Follows("calibration/temperature-limits-morlin"));
+  }
+  {
+    CorrectionBench bench(sim::Family::KeldPlus);
+    EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, Temperatures({12.8, NS, NS, NS, NS})),
+              1);
+    EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, Temperatures({NS, NS, 12.8, NS, NS})),
+              1);
+    EXPECT_TRUE(bench.Follows("calibration/temperature-limits-keld_plus"));
+  }
+  {
+    CorrectionBench bench(sim::Family::Quill);
+    for (const std::array<double, 5>& actual :
+         {std::array<double, 5>{NS, 12.8, NS, NS, NS}, std::array<double, 5>{NS, NS, 12.8, NS, NS},
+          std::array<double, 5>{NS, 12.8, 12.8, NS, NS},
+          std::array<double, 5>{NS, -300.5, NS, NS, NS}}) {
+      EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, Temperatures(actual)), 1);
+    }
+    EXPECT_TRUE(bench.Follows("calibration/temperature-limits-quill"));
+  }
+  {
+    CorrectionBench bench(sim::Family::Keld);
+    bench.gauge->SetWord(0x08, 2982);  // 25.0 degrees C
+    const TemperatureCalInputs temperatures =
+        Temperatures({NS, 40.0, 0.0, NS, NS}, {0.0, 40.0, 0.0, 0.0, 0.0});
+    bench.gauge->FailNext(sim::Transfer::WordRead, 1);
+    CorrectionBench::SetRaw({"16384", "12800", "12800", "12800"}, "25600");
+    EXPECT_EQ(CalibrateVoltageandTemperature(true, true, Voltages(16384), temperatures), 1);
+    EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, temperatures), 1);
+    EXPECT_EQ(CalibrateVoltageandTemperature(false, true, {}, temperatures), 1);
+    EXPECT_TRUE(bench.Follows("calibration/temperature-limits-keld"));
+  }
 }
 
 TEST(CalibrationWrite, WritesEvenWithNothingSelectedAndReportsAFailedWrite) {
   CorrectionBench bench(sim::Family::Morlin);
   EXPECT_EQ(CalibrateVoltageandTemperature(false, false, {}, {}), 0);
-  EXPECT_EQ(bench.OperationsNamed("WriteSMBusBlock").size(), 2U);
-  EXPECT_EQ(bench.Stored(0, 64), bench.before);
-
+  EXPECT_EQ(bench.gauge->DataflashBytes(0, 64), bench.before);
   bench.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
-  bench.Restart();
   EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000), {}), 1);
-  ASSERT_FALSE(bench.MessageTexts().empty());
-  EXPECT_EQ(bench.MessageTexts().back(),
-            "Unable to write new calibration values to Dataflash. Ensure device is not sealed. "
-            "Please repeat this calibration.");
+  EXPECT_TRUE(bench.Follows("calibration/calibration-write-morlin"));
+
+  CorrectionBench quill(sim::Family::Quill);
+  quill.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+  EXPECT_EQ(CalibrateVoltageandTemperature(true, false, Voltages(4000), {}), 1);
+  EXPECT_TRUE(quill.Follows("calibration/calibration-write-quill"));
 }
 
 }  // namespace

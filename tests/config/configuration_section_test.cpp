@@ -2,10 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "calibration/calibration_tables.h"
+#include "shell/numeric.h"
 #include "shell/shared_state.h"
 #include "tests/support/sim_bench.h"
 #include "tests/support/temp_appdir.h"
@@ -19,6 +26,86 @@ using testing::TempAppDir;
 constexpr const char* kMorlinLocation =
     "MorlinSystemConfigLocation=Configuration,Registers,Operation Cfg A\n";
 
+// Every setting a section makes, by the config.ini key that sets it, as text.
+const std::map<std::string, std::function<std::string()>>& Settings() {
+  const auto number = [](const auto& variable) {
+    return [&variable] { return std::to_string(variable); };
+  };
+  const auto text = [](const std::string& variable) { return [&variable] { return variable; }; };
+  static const std::map<std::string, std::function<std::string()>> settings = {
+      {"calmode", number(g_iCalMode)},
+      {"exitCalCommand", number(g_iExitCalCommand)},
+      {"outputCalValuesCommand", number(g_iOutputCalValuesCommand)},
+      {"outputCalValuesforOffsetCommand", number(g_iOutputCalValuesforOffsetCommand)},
+      {"KELDPLUSCALFLAG", number(g_iKeldPlusCalFlag)},
+      {"KELDPLUSCALFLAGBITPOS", number(g_iKeldPlusCalFlagBitPos)},
+      {"NumSamples", number(g_iNumSamples)},
+      {"ZenoMAC", number(g_bZenoMAC)},
+      {"IntTSSupported", number(g_bIntTSSupported)},
+      {"TS1Supported", number(g_bTS1Supported)},
+      {"TS2Supported", number(g_bTS2Supported)},
+      {"TS3Supported", number(g_bTS3Supported)},
+      {"TS4Supported", number(g_bTS4Supported)},
+      {"BatteryVSupported", number(g_bBatteryVSupported)},
+      {"PackVSupported", number(g_bPackVSupported)},
+      {"ReadAltCellVoltages", number(g_bReadAltCellVoltages)},
+      {"RawCalDataBlockSize", number(g_iRawCalDataBlockSize)},
+      {"ManuDataCmd", number(g_iManuDataCmd)},
+      {"DFAccessFlashCmd", number(g_iDFAccessFlashCmd)},
+      {"MorlinSystemConfigParameterLength", number(g_iSystemConfigurationParamLength)},
+      {"RemoveCell4onDisplay", number(g_bRemoveCell4onDisplay)},
+      {"InternalTSandTS1only", number(g_bInternalTSandTS1only)},
+      {"UseDataflashMap2", number(g_bUseDataflashMap2)},
+      {"DFType",
+       [] {
+         constexpr std::array<const char*, 4> kFamilies = {"KELD", "QUILL", "MORLIN", "KELD_PLUS"};
+         return std::string(kFamilies.at(static_cast<std::size_t>(g_iDFType)));
+       }},
+      {"TS1readTemperature", text(g_sTS1ReadCommand)},
+      {"TS2readTemperature", text(g_sTS2ReadCommand)},
+      {"PackVoltageReadCommand", text(g_sPackVoltageReadCommand)},
+      {"SystemConfigAddress", number(g_iSystemConfigAddress)},
+      {"CalSubclassID", number(g_iCalSubclassID)},
+  };
+  return settings;
+}
+
+// One section read of a case, and what it must leave.
+struct Read {
+  std::string header;  // "read D1 result 1", with " map NG" when the map will not load
+  std::vector<std::string> boxes;
+  std::vector<std::pair<std::string, std::string>> settings;
+};
+struct Case {
+  std::string title;
+  std::string file;
+  std::vector<Read> reads;
+};
+
+// The cases of tests/traces/config/NAME.cases.
+std::vector<Case> Cases(const std::string& name) {
+  std::ifstream in(std::filesystem::path(OMBRELAY_TRACE_DIR) / "config" / (name + ".cases"));
+  std::vector<Case> cases;
+  for (std::string line; std::getline(in, line);) {
+    if (line.starts_with('#') || (cases.empty() && !line.starts_with("==="))) continue;
+    if (line.starts_with("=== ")) {
+      cases.push_back({line.substr(4), {}, {}});
+    } else if (line.starts_with("--- ")) {
+      cases.back().reads.push_back({line.substr(4), {}, {}});
+    } else if (cases.back().reads.empty()) {
+      cases.back().file += line + "\n";
+    } else if (const auto equals = line.find(" ="); equals != std::string::npos) {
+      cases.back().reads.back().settings.emplace_back(line.substr(0, equals),
+                                                      std::string(Trim(line.substr(equals + 2))));
+    } else if (line.starts_with("box ")) {
+      cases.back().reads.back().boxes.push_back(line);
+    } else if (!Trim(line).empty() && line != "none") {
+      ADD_FAILURE() << "what is this line of " << name << ".cases: " << line;
+    }
+  }
+  return cases;
+}
+
 // Reads sections of a config.ini written by the test, with the MORLIN sample's map in place.
 class ConfigurationSection : public ::testing::Test {
  protected:
@@ -29,182 +116,32 @@ class ConfigurationSection : public ::testing::Test {
     dir.Write("config.ini", content);
     return ReadConfigurationSection(section, (dir.Path() / "config.ini").string());
   }
-  std::vector<std::string> Messages() const { return bench.MessageTexts(); }
 
   SimBench bench{std::nullopt};
   TempAppDir dir;
 };
 
-TEST_F(ConfigurationSection, AMinimalMorlinSectionGivesTheDefaults) {
-  EXPECT_EQ(Read(std::string("[D1]\nDFType=MORLIN\n") + kMorlinLocation), 0);
-  EXPECT_TRUE(Messages().empty());
-  EXPECT_EQ(g_iDFType, MORLIN);
-  EXPECT_EQ(g_iCalMode, 0x2D);
-  EXPECT_EQ(g_iExitCalCommand, -3968);
-  EXPECT_EQ(g_iOutputCalValuesCommand, -3967);
-  EXPECT_EQ(g_iOutputCalValuesforOffsetCommand, -3966);
-  EXPECT_EQ(g_iKeldPlusCalFlag, 0x74);
-  EXPECT_EQ(g_iKeldPlusCalFlagBitPos, 16);
-  EXPECT_EQ(g_iNumSamples, 4);
-  EXPECT_EQ(g_bZenoMAC, 0);
-  EXPECT_TRUE(g_bIntTSSupported && g_bTS1Supported && g_bTS2Supported && g_bPackVSupported);
-  EXPECT_FALSE(g_bTS3Supported || g_bTS4Supported || g_bBatteryVSupported ||
-               g_bReadAltCellVoltages || g_bRemoveCell4onDisplay || g_bInternalTSandTS1only ||
-               g_bUseDataflashMap2);
-  EXPECT_EQ(g_iRawCalDataBlockSize, 26);
-  EXPECT_EQ(g_iManuDataCmd, 35);
-  EXPECT_EQ(g_iDFAccessFlashCmd, 47);
-  EXPECT_EQ(g_iSystemConfigurationParamLength, 2);
-  // Configuration/Registers starts at 320 in the sample map, "Operation Cfg A" at offset 0.
-  EXPECT_EQ(g_iSystemConfigAddress, 320);
-  EXPECT_EQ(g_iCalSubclassID, 0);
-  // MORLIN never reads the read commands.
-  EXPECT_TRUE(g_sTS1ReadCommand.empty() && g_sPackVoltageReadCommand.empty());
-}
-
-TEST_F(ConfigurationSection, ALaterSectionResetsNumbersButKeepsReadCommandsAndFamily) {
-  const std::string file =
-      "[D1]\nDFType= keld_plus \nNumSamples=9\nTS2Supported=0\n" + std::string(kMorlinLocation) +
-      "TS1readTemperature=sbs, 72\nPackVoltageReadCommand=MAC,90\n"
-      "[D1_2]\nDFType=\nTS2Supported=0\n" +
-      kMorlinLocation + "[D1_3]\nTS2Supported=0\nTS1readTemperature=SBS,60\n" + kMorlinLocation;
-  EXPECT_EQ(Read(file, "D1"), 0);
-  EXPECT_EQ(g_iDFType, KELD_PLUS);
-  EXPECT_EQ(g_iNumSamples, 9);
-  EXPECT_EQ(g_sTS1ReadCommand, "SBS, 72");
-
-  EXPECT_EQ(Read(file, "D1_2"), 0) << Messages().front();
-  EXPECT_EQ(g_iDFType, KELD_PLUS) << "an empty DFType keeps the family";
-  EXPECT_EQ(g_iNumSamples, 4) << "a key missing in the later section is back at its default";
-  EXPECT_EQ(g_sTS1ReadCommand, "SBS, 72");
-  EXPECT_EQ(g_sPackVoltageReadCommand, "MAC,90");
-  EXPECT_TRUE(Messages().empty());
-
-  // A missing DFType counts as MORLIN, which neither reads nor checks read commands.
-  EXPECT_EQ(Read(file, "D1_3"), 0);
-  EXPECT_EQ(g_iDFType, MORLIN);
-  EXPECT_EQ(g_sTS1ReadCommand, "SBS, 72");
-}
-
-TEST_F(ConfigurationSection, ReadCommandsAreCheckedForFormatAndRange) {
-  struct Case {
-    std::string lines;
-    std::string message;  // empty when the section passes
-  };
-  const std::string keld = "[D1]\nDFType=KELD\nTS2Supported=0\n";
-  const std::vector<Case> cases = {
-      {"TS1readTemperature=FOO,20\nPackVoltageReadCommand=SBS,17\n", ""},
-      {"TS1readTemperature=SBS,7\nPackVoltageReadCommand=SBS,200\n", ""},
-      {"TS1readTemperature=SBS,6\n",
-       "Command value for key TS1readTemperature is out of range. Please check key value in "
-       "application directory in file config.ini."},
-      {"TS1readTemperature=SBS,72\nPackVoltageReadCommand=SBS,16\n",
-       "Command value for key PackVoltageReadCommand is out of range. Please check key value in "
-       "application directory in file config.ini."},
-      {"TS1readTemperature=SBS72\n",
-       "Check format of value contained in key TS1readTemperature in application directory in "
-       "config.ini file."},
-      {"TS1readTemperature=SBS,72\nPackVoltageReadCommand=SBS 90\n",
-       "Check format of value contained in key PackVoltageReadCommand  in application directory "
-       "in config.ini file."},
-      {"TS1readTemperature=SBS,x\n",
-       "General Error reading configuration file. Error returned was Type mismatch"},
-      {"TS1readTemperature=MAC SBS\n",
-       "General Error reading configuration file. Error returned was Subscript out of range"},
-  };
+TEST_F(ConfigurationSection, EachCaseShowsItsBoxesAndLeavesItsSettings) {
+  const std::string mapPath = g_sDataFlashMapPath;
+  const std::vector<Case> cases = Cases("sections");
+  ASSERT_FALSE(cases.empty());
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.lines);
-    bench.platform.ClearMessages();
-    g_sTS1ReadCommand.clear();
-    g_sPackVoltageReadCommand.clear();
-    EXPECT_EQ(Read(keld + c.lines), c.message.empty() ? 0 : 1);
-    EXPECT_EQ(Messages(),
-              c.message.empty() ? std::vector<std::string>{} : std::vector<std::string>{c.message});
+    ResetSharedState();
+    g_oPlatform = &bench.platform;
+    for (const auto& read : c.reads) {
+      SCOPED_TRACE(c.title + ": " + read.header);
+      std::istringstream header(read.header);
+      std::string verb, section, resultWord, mapWord, map;
+      Status result = 0;
+      header >> verb >> section >> resultWord >> result >> mapWord >> map;
+      g_sDataFlashMapPath = map == "NG" ? "NG" : mapPath;
+      bench.Restart();
+      EXPECT_EQ(Read(c.file, section), result);
+      EXPECT_EQ(bench.trace.Lines(), read.boxes);
+      for (const auto& [key, value] : read.settings)
+        EXPECT_EQ(Settings().at(key)(), value) << key;
+    }
   }
-}
-
-TEST_F(ConfigurationSection, TS1IsCheckedOnQuillEvenWithoutTheSensor) {
-  const std::string lines = "TS1Supported=0\nTS2Supported=0\n";
-  EXPECT_EQ(Read("[D1]\nDFType=KELD\n" + lines), 0);
-  EXPECT_TRUE(Messages().empty());
-
-  EXPECT_EQ(Read("[D1]\nDFType=QUILL\nCCOffsetSampleLocation=x\n" + lines), 1);
-  EXPECT_EQ(Messages(),
-            std::vector<std::string>{"Check format of value contained in key TS1readTemperature in "
-                                     "application directory in config.ini file."});
-}
-
-TEST_F(ConfigurationSection, NumbersThatDoNotFitEndInTheGeneralError) {
-  const std::string general = "General Error reading configuration file. Error returned was ";
-  EXPECT_EQ(Read("[D1]\nNumSamples=7\nexitCalCommand=61568\n" + std::string(kMorlinLocation)), 1);
-  EXPECT_EQ(Messages(), std::vector<std::string>{general + "Overflow"});
-  EXPECT_EQ(g_iNumSamples, 0) << "keys are read in their order; NumSamples comes later";
-  EXPECT_EQ(g_iCalMode, 0x2D) << "what was read before the failure stays";
-
-  bench.platform.ClearMessages();
-  EXPECT_EQ(Read("[D1]\nZenoMAC=256\n" + std::string(kMorlinLocation)), 1);
-  EXPECT_EQ(Messages(), std::vector<std::string>{general + "Overflow"});
-  EXPECT_EQ(Read("[D1]\nZenoMAC=255\n" + std::string(kMorlinLocation)), 0);
-  EXPECT_EQ(g_bZenoMAC, 255);
-}
-
-TEST_F(ConfigurationSection, ParameterLengthAboveTwoIsReportedAndKept) {
-  EXPECT_EQ(Read("[D1]\nMorlinSystemConfigParameterLength=3\n" + std::string(kMorlinLocation)), 0);
-  EXPECT_EQ(Messages(), std::vector<std::string>{
-                            "Allowed values for g_iSystemConfigurationParamLength are 1 or 2. "
-                            "Please check value in config.ini"});
-  EXPECT_EQ(g_iSystemConfigurationParamLength, 3);
-}
-
-TEST_F(ConfigurationSection, FailuresOfTheFamilyAndTheSystemConfigurationLocation) {
-  struct Case {
-    std::string content;
-    std::vector<std::string> messages;
-  };
-  const std::vector<Case> cases = {
-      {"[D1]\nDFType=BOGUS\n",
-       {"Device Dataflash configuration type not found in configuration file.  Please do not "
-        "proceed with calibration until this is resolved. Check DFType key in application "
-        "directory in file config.ini."}},
-      {"[D1]\nDFType=MORLIN\n",
-       {"Location of base System Configuration address name not found. Check entry in Quvara "
-        "application directory in file config.ini."}},
-      {"[D1]\nMorlinSystemConfigLocation=Configuration,,Operation Cfg A\n",
-       {"Error reading Morlin System Configuration Location in configuration file. Please do not "
-        "proceed with calibration until this is resolved."}},
-      {"[D1]\nMorlinSystemConfigLocation=Configuration,Registers\n",
-       {"General Error reading configuration file. Error returned was Subscript out of range"}},
-      {"[D1]\nMorlinSystemConfigLocation=Configuration,Registers,No Such\n",
-       {"Error: Could not find subclass and offset for Configuration.Registers.No Such",
-        "Not able to Columb Counter Offset location."}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.content);
-    bench.platform.ClearMessages();
-    g_iSystemConfigAddress = 77;
-    EXPECT_EQ(Read(c.content), 1);
-    EXPECT_EQ(Messages(), c.messages);
-    EXPECT_EQ(g_iSystemConfigAddress, 77) << "an earlier section's address survives a stop";
-  }
-}
-
-TEST_F(ConfigurationSection, AQuillSectionWithoutSampleLocationGoesOnAfterItsMessage) {
-  EXPECT_EQ(Read("[D1]\nDFType=QUILL\nTS1readTemperature=MAC,72\nTS2readTemperature=MAC,73\n"), 1);
-  EXPECT_EQ(Messages(),
-            std::vector<std::string>{
-                "Location of base CC Offset Samples parameter name not found for Quill style "
-                "device. Check key name CCOffsetSampleLocation in application directory in file "
-                "named config.ini.  Check entry in Quvara application directory in file "
-                "config.ini."});
-  EXPECT_EQ(g_sTS2ReadCommand, "MAC,73") << "the section goes on after the message";
-}
-
-TEST_F(ConfigurationSection, AMapThatWillNotLoadIsReportedAndTheLocationThenFindsNothing) {
-  g_sDataFlashMapPath = "NG";
-  EXPECT_EQ(Read("[D1]\n" + std::string(kMorlinLocation)), 1);
-  ASSERT_EQ(Messages().size(), 3U);
-  EXPECT_EQ(Messages()[0], "Can not open Dataflash configuration file. Please reinstall Quvara.");
-  EXPECT_EQ(Messages()[2], "Not able to Columb Counter Offset location.");
 }
 
 TEST_F(ConfigurationSection, MorlinSensorsShapeTheBlockTableForGood) {

@@ -182,6 +182,15 @@ TEST_F(DataflashMap, FindComparesExactlyAndReportsAMissUnlessSilent) {
   EXPECT_EQ(unloaded.id, -1);
 }
 
+TEST_F(DataflashMap, AMatchInTheLastClassAMapMayHoldIsFound) {
+  json classes = json::array();
+  for (int i = 0; i < kMaxMapClasses; ++i)
+    classes.push_back(Class("Filler", json::array()));
+  classes.back() = Class("Configuration", json::array({Subclass("Registers", 64, {"A"})}));
+  LoadMap(classes);
+  EXPECT_EQ(Find("Configuration", "Registers", "A").result, kMaxMapClasses - 1);
+}
+
 TEST_F(DataflashMap, NamesPassThroughA128CharacterBuffer) {
   const std::string longName(200, 'c');
   LoadMap(json::array({Class(longName, json::array({Subclass("S", 7, {"p"})}))}));

@@ -2,48 +2,43 @@
 
 #include <gtest/gtest.h>
 
+#include "config/device_configuration.h"
 #include "shell/shared_state.h"
-#include "tests/support/gauge_bench.h"
+#include "tests/support/expected_trace.h"
 #include "tests/support/sim_bench.h"
 
 namespace ombrelay {
 namespace {
 
-using testing::GaugeBench;
+using testing::MatchesTrace;
 using testing::SimBench;
-using Lines = std::vector<std::string>;
 
 TEST(ReadDeviceIdentification, WritesThreeBlocksThenSettlesThenReadsTheBlock) {
-  GaugeBench bench(sim::Family::Morlin);
-  EXPECT_EQ(ReadDeviceIdentification(23), "4D31_2_05_1_0020");
-  // The gauge's pending error is drained in the first pass; then four quiet passes 100 ms apart.
-  EXPECT_EQ(bench.Trace(),
-            (Lines{"0 WriteSMBusBlock 22 62", "0 WriteSMBusBlock 20 62", "0 WriteSMBusBlock 22 62",
-                   "100 CheckForError 1", "100 CheckForError 0", "200 CheckForError 0",
-                   "300 CheckForError 0", "400 CheckForError 0", "400 ReadSMBusBlock_ 2F 11"}));
-  for (const auto& write : bench.OperationsNamed("WriteSMBusBlock"))
-    EXPECT_EQ(write.data, std::vector<std::uint8_t>(62, 0));
-  EXPECT_EQ(bench.clock.NowMs() - bench.host.Operations().back().tMs, 500);
-  EXPECT_EQ(g_sDeviceNumber, "4D31");
-  EXPECT_EQ(g_sFirmwareVersion, "2_05");
-  EXPECT_EQ(g_sFirmwareType, "1");
-  EXPECT_EQ(g_sBuildNumber, "0020");
+  struct Case {
+    sim::Family family;
+    const char* identity;
+  };
+  for (const Case c : {Case{sim::Family::Morlin, "4D31_2_05_1_0020"},
+                       Case{sim::Family::KeldPlus, "4B60_1_10_5_0003"}}) {
+    SimBench bench(c.family);
+    EXPECT_EQ(ReadDeviceIdentification(23), c.identity);
+    EXPECT_TRUE(MatchesTrace(bench.trace.Lines(), "identification/read-device-identification-" +
+                                                      std::string(sim::FamilyName(c.family))));
+    EXPECT_EQ(
+        g_sDeviceNumber + "_" + g_sFirmwareVersion + "_" + g_sFirmwareType + "_" + g_sBuildNumber,
+        c.identity);
+  }
 }
 
 TEST(ReadDeviceIdentification, AnErrorDuringSettlingStartsTheCountAgain) {
-  GaugeBench bench(sim::Family::Keld);
+  SimBench bench(sim::Family::Keld);
   int cleanChecks = 0;
-  bench.host.onOperation = [&](const BusOperation& operation) {
+  bench.afterOperation = [&](const BusOperation& operation) {
     if (operation.op == "CheckForError" && operation.status == 0 && ++cleanChecks == 3)
       bench.gauge->QueuePendingErrors(2);
   };
   EXPECT_EQ(ReadDeviceIdentification(23), "B12_1_07_2_0012");
-  const Lines trace = bench.Trace();
-  EXPECT_EQ(Lines(trace.begin() + 3, trace.end()),
-            (Lines{"100 CheckForError 1", "100 CheckForError 1", "100 CheckForError 0",
-                   "200 CheckForError 0", "300 CheckForError 0", "400 CheckForError 1",
-                   "400 CheckForError 1", "400 CheckForError 0", "500 CheckForError 0",
-                   "600 CheckForError 0", "700 CheckForError 0", "700 ReadSMBusBlock_ 2F 11"}));
+  EXPECT_TRUE(MatchesTrace(bench.trace.Lines(), "identification/read-device-identification-keld"));
 }
 
 // Notes the length each block read is asked for, before the host answers.
@@ -70,14 +65,13 @@ TEST(ReadDeviceIdentification, ABlockThatMakesNoSenseOrFailsLeavesTheStringsAlon
   SimBench bench(sim::Family::Morlin);
   g_sDeviceNumber = "OLD";
   bench.gauge->SetIdentificationBlock({0x4B, 0x60, 1, 0x10, 0, 3, 0, 0, 0, 0, 2, 0, 5});
-  const auto before = bench.clock.NowMs();
   EXPECT_EQ(ReadDeviceIdentification(23), "");
-  EXPECT_LT(bench.clock.NowMs() - before, 900);  // no wait behind a failed read
-
   bench.gauge->SetIdentificationBlock({0x4D, 0x31, 0x02, 0x05, 0x00, 0x20, 1, 0, 0, 0, 0});
   bench.gauge->FailNext(sim::Transfer::BlockRead, 1);
   EXPECT_EQ(ReadDeviceIdentification(23), "");
   EXPECT_EQ(g_sDeviceNumber, "OLD");
+  EXPECT_TRUE(
+      MatchesTrace(bench.trace.Lines(), "identification/read-device-identification-unidentified"));
 }
 
 TEST(CheckDeviceResponds, JudgesTheStateOfCharge) {
@@ -89,10 +83,39 @@ TEST(CheckDeviceResponds, JudgesTheStateOfCharge) {
   bench.gauge->SetWord(0x0D, 0xFFFF);  // -1 taken as signed
   EXPECT_EQ(CheckDeviceResponds(), 0);
 
-  const auto reads = bench.OperationsNamed("ReadSMBusWord_");
-  ASSERT_GE(reads.size(), 2U);
-  EXPECT_EQ(reads[0].cmd, 0x00);  // ManufacturerAccess, still 0 before the configuration
-  EXPECT_EQ(reads[1].cmd, 0x0D);
+  bench.gauge->FailNext(sim::Transfer::WordRead, 1);
+  EXPECT_EQ(CheckDeviceResponds(), 0);
+  bench.afterOperation = [&](const BusOperation& operation) {
+    if (operation.cmd == 0x00) bench.gauge->FailNext(sim::Transfer::WordRead, 1);
+  };
+  const Status status = CheckDeviceResponds();
+  EXPECT_NE(status, 0);
+  EXPECT_EQ(status, bench.host.Operations().back().status);
+  EXPECT_TRUE(MatchesTrace(bench.trace.Lines(), "identification/check-device-responds"));
+}
+
+// The lines with the application directory, which differs from one checkout to the next, put
+// as "<appdir>".
+std::vector<std::string> WithoutAppdir(std::vector<std::string> lines) {
+  const std::string appdir = OMBRELAY_SOURCE_APPDIR;
+  for (std::string& line : lines) {
+    if (const auto at = line.find(appdir); at != std::string::npos)
+      line.replace(at, appdir.size(), "<appdir>");
+  }
+  return lines;
+}
+
+TEST(LoadConfigurationforSecurityPanel, IdentifiesThenConfiguresTellingEachFailure) {
+  SimBench bench(sim::Family::Morlin);
+  LoadConfigurationforSecurityPanel();
+  EXPECT_EQ(g_iDFType, MORLIN);
+  EXPECT_TRUE(
+      MatchesTrace(bench.trace.Lines(), "identification/security-panel-configuration-morlin"));
+
+  SimBench unanswered(std::nullopt);
+  LoadConfigurationforSecurityPanel();
+  EXPECT_TRUE(MatchesTrace(WithoutAppdir(unanswered.trace.Lines()),
+                           "identification/security-panel-configuration-unanswered"));
 }
 
 }  // namespace

@@ -108,7 +108,7 @@ TEST_F(MapLibrary, RefusesMalformedAndHostileFilesWithAReason) {
   for (int i = 0; i < 10001; ++i)
     tooManyParameters.push_back(Parameter("P"));
   json tooManyClasses = kSample;
-  for (int i = 0; i < 1000; ++i)
+  for (int i = 0; i < kMaxMapClasses; ++i)
     tooManyClasses["classes"].push_back(kSample["classes"][0]);
   json tooDeep = kSample;
   tooDeep["notes"] = json::parse(std::string(20, '[') + std::string(20, ']'));
@@ -130,7 +130,7 @@ TEST_F(MapLibrary, RefusesMalformedAndHostileFilesWithAReason) {
       {R"({"format": "ombrelay-dataflash-map/1"})", "classes is missing"},
       {R"({"format": "ombrelay-dataflash-map/1", "classes": {}})", "classes is not a list"},
       {R"({"format": "ombrelay-dataflash-map/1", "classes": [1]})", "class 0 is not an object"},
-      {tooManyClasses.dump(), "more than 1000 classes"},
+      {tooManyClasses.dump(), "more than 999 classes"},
       {tooDeep.dump(), "nested deeper than 16 levels"},
       {Map(json::array({Subclass(-1, json::array())})).dump(),
        "class 0: subclass 0: id is not an integer from 0 to 65535"},

@@ -64,12 +64,29 @@ TEST_F(Profile, MissingFileSectionOrKeyGivesTheDefault) {
 TEST_F(Profile, LinesAreTakenAsTheyStand) {
   Write(
       "; a comment=no\n[S]\nfirst=1\n  indented = a value with blanks  \t\n"
-      "semicolon=MAC,72 ; kept\n#hash=key\nno equals sign\nnext=1\n");
+      "semicolon=MAC,72 ; kept\n#hash=key\nno equals sign\nDFType:KELD\nport:a=b:c\nnext=1\n");
   EXPECT_EQ(String("S", "indented"), "a value with blanks");
   EXPECT_EQ(String("S", "semicolon"), "MAC,72 ; kept");
   EXPECT_EQ(String("S", "#hash"), "key");
   EXPECT_EQ(String("S", "next"), "1");
   EXPECT_EQ(String("", "; a comment"), "default");
+  // Only '=' ends a key: a line with ':' alone is none, and a ':' before the '=' is the key's.
+  EXPECT_EQ(String("S", "DFType"), "default");
+  EXPECT_EQ(String("S", "port"), "default");
+  EXPECT_EQ(String("S", "port:a"), "b:c");
+}
+
+TEST_F(Profile, AValueInMatchingQuotesLosesThem) {
+  Write("[S]\ndouble=\" KELD \"\nsingle='7'\nmixed=\"x'\nalone=\"\ninner=a\"b\"\n");
+  EXPECT_EQ(String("S", "double"), " KELD ");
+  EXPECT_EQ(String("S", "single"), "7");
+  EXPECT_EQ(GetPrivateProfileIntA("S", "single", -1, path), 7);
+  EXPECT_EQ(String("S", "mixed"), "\"x'");
+  EXPECT_EQ(String("S", "alone"), "\"");
+  EXPECT_EQ(String("S", "inner"), "a\"b\"");
+  std::string buffer;
+  GetPrivateProfileSectionA("S", buffer, 2082, path);
+  EXPECT_EQ(buffer.substr(0, 16), std::string("double=\" KELD \"\0", 16)) << "listed as written";
 }
 
 TEST_F(Profile, LongValuesComeBackWhole) {

@@ -51,15 +51,15 @@ TEST_F(RecordingHostTest, RecordsEachOperationWithItsTimeAndBytes) {
   const std::vector<std::uint8_t> id = {0x4D, 0x31, 0x02, 0x05, 0x00, 0x20, 1, 0, 0, 0, 0};
   constexpr auto kNone = BusOperation::kNoCommand;
   const std::vector<BusOperation> expected = {
-      {1000, "WriteSMBusBlock", 0x20, {0xAB, 0x01, 0x00}, 3, 0, {}},
-      {1000, "Delay", kNone, {}, 250, 0, {}},
-      {1250, "CheckForError", kNone, {}, 0, sim::PendingErrors::kBusError, {}},
-      {1250, "CheckForError", kNone, {}, 0, 0, {}},
-      {1250, "ReadSMBusBlock_", 0x2F, id, 11, 0, {}},
-      {1257, "ReadSMBusWord_", 0x0D, {80, 0}, 2, 0, 80},
-      {1257, "WriteSMBusWord_", 0x00, {0xFE, 0xFF}, 2, 0, 0xFFFE},
-      {1257, "ReadSMBusWord", 0x00, {0xFE, 0xFF}, 2, 0, 0xFFFE},
-      {1257, "WriteSMBusWord", 0x00, {0x34, 0x12}, 2, SimHost::kNoAcknowledge, 0x1234},
+      {1000, "WriteSMBusBlock", 0x20, {0xAB, 0x01, 0x00}, 3, 0, {}, kAddress},
+      {1000, "Delay", kNone, {}, 250, 0, {}, 0},
+      {1250, "CheckForError", kNone, {}, 0, sim::PendingErrors::kBusError, {}, 0},
+      {1250, "CheckForError", kNone, {}, 0, 0, {}, 0},
+      {1250, "ReadSMBusBlock_", 0x2F, id, 11, 0, {}, kAddress},
+      {1257, "ReadSMBusWord_", 0x0D, {80, 0}, 2, 0, 80, kAddress},
+      {1257, "WriteSMBusWord_", 0x00, {0xFE, 0xFF}, 2, 0, 0xFFFE, kAddress},
+      {1257, "ReadSMBusWord", 0x00, {0xFE, 0xFF}, 2, 0, 0xFFFE, kAddress},
+      {1257, "WriteSMBusWord", 0x00, {0x34, 0x12}, 2, SimHost::kNoAcknowledge, 0x1234, 22},
   };
   EXPECT_EQ(host.Operations(), expected);
 
@@ -103,10 +103,10 @@ TEST_F(RecordingHostTest, LogsJsonLinesAsTheyHappen) {
     EXPECT_EQ(lines[i], ToJson(host.Operations()[i]));
 
   EXPECT_EQ(lines[0], nlohmann::json::parse(R"({"t_ms": 1000, "op": "WriteSMBusBlock", "cmd": 32,
-      "data": "AB0100", "len": 3, "status": 0})"));
+      "data": "AB0100", "len": 3, "status": 0, "address": 23})"));
   EXPECT_EQ(lines[4]["data"], "4D31020500200100000000");
   EXPECT_EQ(lines[6], nlohmann::json::parse(R"({"t_ms": 1257, "op": "WriteSMBusWord_", "cmd": 0,
-      "data": "FEFF", "len": 2, "status": 0, "word": 65534})"));
+      "data": "FEFF", "len": 2, "status": 0, "word": 65534, "address": 23})"));
   std::filesystem::remove(path);
 
   EXPECT_FALSE(host.OpenLog((path.parent_path() / "no such folder" / "log.jsonl").string()));

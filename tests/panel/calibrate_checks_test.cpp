@@ -1,5 +1,6 @@
-// The checks of the voltage and temperature page, in their order: each gives its own message,
-// leaves the gauge alone and hands the controls back.
+// The checks of the voltage and temperature page, in their order: each refuses with its own
+// box, sends nothing to the gauge beyond the cell count's reads, and hands the controls back
+// after the box. Where two fail at once, the earlier one speaks.
 
 #include <gtest/gtest.h>
 
@@ -7,22 +8,19 @@
 #include <string>
 #include <vector>
 
-#include "panel/nbcal.h"
 #include "shell/shared_state.h"
-#include "tests/support/sim_bench.h"
+#include "tests/support/expected_trace.h"
+#include "tests/support/panel_bench.h"
 
 namespace ombrelay {
 namespace {
 
-using testing::SimBench;
+using testing::MatchesTrace;
+using testing::PanelBench;
 
-struct Check {
-  const char* name;
-  std::function<void(NBCal&)> entry;
-  std::string message;
-};
+using Entry = std::function<void(PanelBench&)>;
 
-// A MORLIN panel with every entry plausible: three cells, battery input, internal sensor.
+// A started MORLIN panel with every entry plausible: three cells, battery input, internal sensor.
 void Plausible(NBCal& panel) {
   const std::array<const char*, 4> stack = {"4000", "8000", "12000", "16000"};
   for (std::size_t row = 0; row < stack.size(); ++row) {
@@ -37,104 +35,150 @@ void Plausible(NBCal& panel) {
   panel.txtMeasTemp[0].Text = "24";
 }
 
+Entry Text(TextBox NBCal::*box, std::string text) {
+  return [box, text](PanelBench& bench) { (bench.panel.*box).Text = text; };
+}
+Entry Row(std::array<TextBox, 4> NBCal::*boxes, std::size_t row, std::string text) {
+  return [boxes, row, text](PanelBench& bench) { (bench.panel.*boxes)[row].Text = text; };
+}
+Entry Sensor(std::array<TextBox, 5> NBCal::*boxes, std::size_t row, std::string text) {
+  return [boxes, row, text](PanelBench& bench) { (bench.panel.*boxes)[row].Text = text; };
+}
+
+// Each check failing alone, in the order of the checks; the name is that of its trace.
+struct Check {
+  const char* name;
+  Entry entry;
+};
 const std::vector<Check>& Checks() {
   static const std::vector<Check> checks = {
-      {"NothingTicked",
-       [](NBCal& p) {
-         p.chkVoltageCal.Value = 0;
-         p.chkTemp[0].Value = 0;
-       },
-       "Voltage and Temperature calibration selected but no check boxes checked. There is "
-       "nothing to do."},
-      {"VoltageMissing", [](NBCal& p) { p.txtVoltage[1].Text.clear(); },
-       "Measured Cell voltage not entered for cell 2. Please enter measured voltage."},
-      {"MeasuredUnread", [](NBCal& p) { p.txtCalMeasVoltage[2].Text = "Err_Rd"; },
-       "Voltage Measured for Cell 3 by device is low or no communications. Please check.  "
-       "Calibration will be terminated."},
-      {"MeasuredLow", [](NBCal& p) { p.txtCalMeasVoltage[1].Text = "1999"; },
-       "Voltage Measured for Cell 2 by device is low or no communications. Please check.  "
-       "Calibration will be terminated."},
-      {"EnteredLow", [](NBCal& p) { p.txtVoltage[2].Text = "8396"; },
-       "Voltage entered for cell voltage 3 appears low. Please check value entered.  "
-       "Calibration will be terminated."},
-      {"EnteredHigh", [](NBCal& p) { p.txtVoltage[0].Text = "4501"; },
-       "Voltage entered for cell voltage 1 appears high. Please check value entered.  "
-       "Calibration will be terminated."},
-      {"BatteryUnread", [](NBCal& p) { p.txtBatMeasured.Text = "Err_Rd"; },
-       "Measured Battery voltage is not available .  Please check.  Calibration will be "
-       "terminated."},
-      {"BatteryHigh", [](NBCal& p) { p.txtBatVoltageActual.Text = "18001"; },
-       "Measured Battery voltage is over 2 volts greater than stack voltage. Please check. "
-       "Calibration will be terminiated."},
-      {"BatteryLow", [](NBCal& p) { p.txtBatVoltageActual.Text = "3999"; },
-       "Measured Battery voltage is lower than 2 volts below stack voltage. Please check. "
-       "Calibration will be terminiated."},
-      {"TemperatureMissing", [](NBCal& p) { p.txtActualTemp[0].Text.clear(); },
-       "Actual Temperature value not entered for Internal Temp. Please enter actual "
-       "temperature."},
-      {"TemperatureUnread", [](NBCal& p) { p.txtMeasTemp[0].Text = "Err_Rd"; },
-       "Temperature Measured for Internal Temp is low or no communications. Please correct. "
-       "Calibration will be terminated."},
-      {"TemperatureHigh", [](NBCal& p) { p.txtActualTemp[0].Text = "85.1"; },
-       "Temperature entered for Internal Temp is high. Please correct. Calibration will be "
-       "terminated."},
-      {"TemperatureFar",
-       [](NBCal& p) {
-         p.txtActualTemp[0].Text = "48.1";
-         p.txtMeasTemp[0].Text = "24";
-       },
-       "Temperature entered for Internal Temp is more than allowed. Correction is approximately "
-       "12 deg K"},
-      {"NotANumber", [](NBCal& p) { p.txtVoltage[3].Text = "4k"; },
-       "Invalid value entered! Error description:Type mismatch"},
+      {"nothing-ticked",
+       [](PanelBench& bench) {
+         bench.panel.chkVoltageCal.Value = 0;
+         bench.panel.chkTemp[0].Value = 0;
+       }},
+      // Operation Cfg A's second byte with no cell count.
+      {"cell-count-unread",
+       [](PanelBench& bench) {
+         bench.sim.gauge->SetDataflashBytes(321, std::vector<std::uint8_t>{0x20});
+       }},
+      {"voltage-missing", Row(&NBCal::txtVoltage, 1, "")},
+      {"measured-low", Row(&NBCal::txtCalMeasVoltage, 1, "1999")},
+      {"entered-low", Row(&NBCal::txtVoltage, 2, "8396")},
+      {"entered-high", Row(&NBCal::txtVoltage, 0, "4501")},
+      {"battery-unread", Text(&NBCal::txtBatMeasured, "Err_Rd")},
+      {"battery-high", Text(&NBCal::txtBatVoltageActual, "18001")},
+      {"battery-low", Text(&NBCal::txtBatVoltageActual, "3999")},
+      {"temperature-missing", Sensor(&NBCal::txtActualTemp, 0, "")},
+      {"temperature-unread", Sensor(&NBCal::txtMeasTemp, 0, "Err_Rd")},
+      {"temperature-high", Sensor(&NBCal::txtActualTemp, 0, "85.1")},
+      {"temperature-low", Sensor(&NBCal::txtActualTemp, 0, "-0.1")},
+      {"temperature-far", Sensor(&NBCal::txtActualTemp, 0, "48.1")},
+      {"not-a-number", Row(&NBCal::txtVoltage, 3, "4k")},
   };
   return checks;
 }
 
+// Two entries that fail together, and the check whose box must win.
+struct Pair {
+  const char* winner;
+  Entry first;
+  Entry second;
+};
+const std::vector<Pair>& Pairs() {
+  static const std::vector<Pair> pairs = {
+      {"nothing-ticked", Checks()[0].entry, Text(&NBCal::txtBatMeasured, "Err_Rd")},
+      {"cell-count-unread", Checks()[1].entry, Row(&NBCal::txtVoltage, 0, "")},
+      {"voltage-missing", Row(&NBCal::txtVoltage, 1, ""),
+       Row(&NBCal::txtCalMeasVoltage, 1, "Err_Rd")},
+      {"measured-low", Row(&NBCal::txtCalMeasVoltage, 1, "1999"),
+       Row(&NBCal::txtVoltage, 1, "5597")},
+      {"entered-low", Row(&NBCal::txtVoltage, 2, "8396"), Text(&NBCal::txtBatMeasured, "Err_Rd")},
+      // A later row's checks, of whatever kind, come after this row's.
+      {"entered-high", Row(&NBCal::txtVoltage, 0, "4501"), Row(&NBCal::txtVoltage, 1, "")},
+      {"entered-high", Row(&NBCal::txtVoltage, 0, "4501"), Row(&NBCal::txtVoltage, 2, "8396")},
+      {"not-a-number", Row(&NBCal::txtVoltage, 3, "4k"), Text(&NBCal::txtBatMeasured, "Err_Rd")},
+      {"battery-unread", Text(&NBCal::txtBatMeasured, "Err_Rd"),
+       Text(&NBCal::txtBatVoltageActual, "18001")},
+      {"battery-high", Text(&NBCal::txtBatVoltageActual, "18001"),
+       Sensor(&NBCal::txtActualTemp, 0, "")},
+      {"battery-low", Text(&NBCal::txtBatVoltageActual, "3999"),
+       Sensor(&NBCal::txtActualTemp, 0, "")},
+      {"temperature-missing", Sensor(&NBCal::txtActualTemp, 0, ""),
+       Sensor(&NBCal::txtMeasTemp, 0, "Err_Rd")},
+      {"temperature-unread", Sensor(&NBCal::txtMeasTemp, 0, "-0.1"),
+       Sensor(&NBCal::txtActualTemp, 0, "90")},
+      {"temperature-high", Sensor(&NBCal::txtActualTemp, 0, "90"),
+       Sensor(&NBCal::txtMeasTemp, 0, "24")},
+      {"temperature-low", Sensor(&NBCal::txtActualTemp, 0, "-30"),
+       Sensor(&NBCal::txtMeasTemp, 0, "24")},
+      // TS1 ticked with no entry comes after the internal sensor's own checks.
+      {"temperature-far", Sensor(&NBCal::txtActualTemp, 0, "48.1"),
+       [](PanelBench& bench) { bench.panel.chkTemp[1].Value = 1; }},
+  };
+  return pairs;
+}
+
+void Press(PanelBench& bench, const std::vector<Entry>& entries, const std::string& trace) {
+  bench.StartUp();
+  Plausible(bench.panel);
+  for (const Entry& entry : entries)
+    entry(bench);
+  bench.panel.btnCalibrate_Click();
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/calibrate-refused-" + trace + "-morlin"));
+  EXPECT_TRUE(bench.panel.tmrScan.Enabled());
+}
+
 class CalibrateChecks : public ::testing::TestWithParam<Check> {};
 
-TEST_P(CalibrateChecks, RefuseWithTheirMessageAndLeaveTheGaugeAlone) {
-  SimBench bench(sim::Family::Morlin);
-  NBCal panel(bench.host, bench.platform);
-  panel.UserControl_Show();
-  ASSERT_TRUE(bench.MessageTexts().empty()) << bench.MessageTexts().front();
-  Plausible(panel);
-  GetParam().entry(panel);
-  bench.host.Clear();
-
-  panel.btnCalibrate_Click();
-  EXPECT_EQ(bench.MessageTexts(), std::vector<std::string>{GetParam().message});
-  for (const BusOperation& operation : bench.host.Operations()) {
-    EXPECT_NE(operation.op, "WriteSMBusBlock");
-    EXPECT_TRUE(!operation.word || (*operation.word != 0x002D && *operation.word != 0xF081))
-        << "no calibration mode, no raw output";
-  }
-  EXPECT_TRUE(panel.btnCalibrate.Enabled && panel.chkVoltageCal.Enabled);
-  EXPECT_FALSE(panel.imgCalDoneBox.Visible);
-  EXPECT_TRUE(panel.tmrScan.Enabled());
+TEST_P(CalibrateChecks, RefuseWithTheirBoxAndLeaveTheGaugeAlone) {
+  PanelBench bench(sim::Family::Morlin);
+  Press(bench, {GetParam().entry}, GetParam().name);
 }
 
 INSTANTIATE_TEST_SUITE_P(InOrder, CalibrateChecks, ::testing::ValuesIn(Checks()),
-                         [](const auto& check) { return std::string(check.param.name); });
+                         [](const auto& check) { return testing::TestNameOf(check.param.name); });
+
+class CalibrateCheckPairs : public ::testing::TestWithParam<Pair> {};
+
+TEST_P(CalibrateCheckPairs, TheEarlierCheckSpeaks) {
+  PanelBench bench(sim::Family::Morlin);
+  Press(bench, {GetParam().first, GetParam().second}, GetParam().winner);
+}
+
+INSTANTIATE_TEST_SUITE_P(TwoAtOnce, CalibrateCheckPairs, ::testing::ValuesIn(Pairs()),
+                         [](const auto& pair) {
+                           return std::to_string(pair.index) +
+                                  testing::TestNameOf(pair.param.winner);
+                         });
 
 TEST(CalibrateChecksEdges, LimitsAreInclusiveAndOnlyConfiguredRowsAreChecked) {
-  SimBench bench(sim::Family::Morlin);
-  NBCal panel(bench.host, bench.platform);
-  panel.UserControl_Show();
-  Plausible(panel);
+  PanelBench bench(sim::Family::Morlin);
+  bench.StartUp();
+  Plausible(bench.panel);
+  bench.panel.chkUpdates.Value = 1;
   // Three cells: row 3 is never checked, only parsed.
-  panel.txtVoltage[3].Text = "1";
-  panel.txtVoltage[1].Text = "5598";
-  panel.txtVoltage[2].Text = "13500";
-  panel.txtCalMeasVoltage[2].Text = "3000";
-  panel.txtBatVoltageActual.Text = "19500";  // row top 13500 + 6000
-  panel.txtActualTemp[0].Text = "48";        // 24.0 from the measured 24
-  bench.gauge->RefuseCalibrationMode(true);  // so that the calibration itself fails early
-  panel.btnCalibrate_Click();
-  EXPECT_EQ(bench.MessageTexts(),
-            (std::vector<std::string>{"Unable to request device to output cal values.",
-                                      "Can not set to calibration mode."}))
-      << "every check passed";
+  bench.panel.txtVoltage[3].Text = "1";
+  bench.panel.txtVoltage[1].Text = "5598";
+  bench.panel.txtVoltage[2].Text = "13500";
+  bench.panel.txtCalMeasVoltage[2].Text = "3000";
+  bench.panel.txtBatVoltageActual.Text = "19500";  // row top 13500 + 6000
+  bench.panel.txtActualTemp[0].Text = "48";        // 24.0 from the measured 24
+  bench.sim.gauge->RefuseCalibrationMode(true);    // every check passed: the gauge is asked
+  bench.panel.btnCalibrate_Click();
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/calibrate-enter-fails-morlin"));
+}
+
+TEST(CalibrateChecksEdges, ACellCountChangedSinceStartUpRearrangesThePage) {
+  PanelBench bench(sim::Family::Morlin);
+  bench.StartUp();  // three cells: row 3 not for entry
+  ASSERT_FALSE(bench.panel.txtVoltage[3].Enabled);
+  Plausible(bench.panel);
+  bench.sim.gauge->SetDataflashBytes(321, std::vector<std::uint8_t>{0x23});  // now four
+  bench.panel.txtVoltage[0].Text.clear();  // refused once the count is read
+  bench.panel.btnCalibrate_Click();
+  EXPECT_EQ(bench.panel.txtCellCount.Text, "4");
+  EXPECT_TRUE(bench.panel.txtVoltage[3].Enabled && bench.panel.txtCalMeasVoltage[3].Enabled);
 }
 
 }  // namespace

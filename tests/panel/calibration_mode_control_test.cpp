@@ -1,109 +1,175 @@
+// The frame round every calibration, EnterCalibrationMode and ExitCalibrationMode, on every
+// family and in each of their failures; and the mapping of the internal sensor.
+
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <functional>
 #include <string>
-#include <vector>
 
-#include "panel/nbcal.h"
 #include "shell/numeric.h"
 #include "shell/shared_state.h"
-#include "tests/support/sim_bench.h"
+#include "tests/support/expected_trace.h"
+#include "tests/support/panel_bench.h"
 
 namespace ombrelay {
 namespace {
 
-using testing::SimBench;
+using testing::MatchesTrace;
+using testing::PanelBench;
 
-class ModeControl : public ::testing::Test {
- protected:
-  void StartUp(sim::Family family) {
-    panel.reset();
-    bench.reset();  // before the next bench takes over the shared state
-    bench = std::make_unique<SimBench>(family);
-    panel = std::make_unique<NBCal>(bench->host, bench->platform);
-    panel->UserControl_Show();
-    ASSERT_TRUE(bench->MessageTexts().empty()) << bench->MessageTexts().front();
-    bench->host.Clear();
-  }
-  std::vector<std::uint16_t> WordsWritten() const {
-    std::vector<std::uint16_t> words;
-    for (const BusOperation& operation : bench->OperationsNamed("WriteSMBusWord_")) {
-      if (operation.cmd == 0 && operation.word) words.push_back(*operation.word);
-    }
-    return words;
-  }
-  bool Wrote(std::uint16_t word) const {
-    const auto words = WordsWritten();
-    return std::find(words.begin(), words.end(), word) != words.end();
-  }
+std::string Name(sim::Family family) {
+  return std::string(sim::FamilyName(family));
+}
 
-  std::unique_ptr<SimBench> bench;
-  std::unique_ptr<NBCal> panel;
+// Runs action on the bench after operation number count of those that match fires.
+std::function<void(const BusOperation&)> After(int count,
+                                               std::function<bool(const BusOperation&)> matches,
+                                               std::function<void()> action) {
+  return [count, matches, action, seen = 0](const BusOperation& operation) mutable {
+    if (matches(operation) && ++seen == count) action();
+  };
+}
+bool RowRead(const BusOperation& operation) {
+  return operation.op == "ReadSMBusBlock_" && operation.cmd == 0x2F;
+}
+bool RowWrite(const BusOperation& operation) {
+  return operation.op == "WriteSMBusBlock" && operation.cmd == 0x2F;
+}
+
+class ModeControl : public ::testing::TestWithParam<sim::Family> {};
+
+TEST_P(ModeControl, EnterThenExitWithoutUpdates) {
+  PanelBench bench(GetParam());
+  bench.StartUp();
+  EXPECT_EQ(bench.panel.EnterCalibrationMode(0), 0);
+  EXPECT_EQ(bench.panel.ExitCalibrationMode(), 0);
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/enter-exit-" + Name(GetParam())));
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryFamily, ModeControl,
+                         ::testing::Values(sim::Family::Keld, sim::Family::Quill,
+                                           sim::Family::Morlin, sim::Family::KeldPlus),
+                         [](const auto& family) { return Name(family.param); });
+
+TEST(EnterCalibrationMode, TheOffsetModeAsksForItsOwnRawOutput) {
+  PanelBench bench(sim::Family::Morlin);
+  bench.StartUp();
+  sim::Measurements applied = bench.sim.gauge->AppliedMeasurements();
+  applied.cellMv[0] += 200;
+  bench.sim.gauge->ApplyMeasurements(applied);
+  EXPECT_EQ(bench.panel.EnterCalibrationMode(1), 0);
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/enter-offset-morlin"));
+  // The blocks read on the way in show in the grid.
+  const MODField& cell = g_atMODBlocks[0].atFields[0];
+  EXPECT_EQ(bench.panel.displaygrid.Cell(cell.iGridRow, 1).Text, cell.sValue);
+}
+
+TEST(EnterCalibrationMode, UnreadBlocksAreReportedAndTheModeEnteredAllTheSame) {
+  PanelBench bench(sim::Family::Morlin);
+  bench.StartUp();
+  bench.sim.afterOperation =
+      After(2, RowRead, [&bench] { bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2); });
+  EXPECT_EQ(bench.panel.EnterCalibrationMode(0), 0);
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/enter-blocks-unread-morlin"));
+}
+
+struct Refusal {
+  const char* trace;
+  sim::Family family;
+  std::function<void(PanelBench&)> arrange;  // before start-up
 };
 
-TEST_F(ModeControl, TheModeAsksForOneOfTheTwoRawOutputs) {
-  StartUp(sim::Family::Morlin);
-  EXPECT_EQ(panel->EnterCalibrationMode(0), 0);
-  EXPECT_FALSE(panel->tmrScan.Enabled() || panel->btnCalibrate.Enabled);
-  EXPECT_TRUE(Wrote(0xF081) && !Wrote(0xF082));
-  panel->ExitCalibrationMode();
-  EXPECT_TRUE(panel->tmrScan.Enabled() && panel->btnCalibrate.Enabled);
-  EXPECT_FALSE(bench->gauge->InCalibrationMode()) << "the switch word behind the exit word";
+class EnterRefused : public ::testing::TestWithParam<Refusal> {};
 
-  bench->host.Clear();
-  panel->EnterCalibrationMode(1);
-  EXPECT_TRUE(Wrote(0xF082));
+TEST_P(EnterRefused, ReportsAndLeavesTheScanStoppedAndTheControlsDisabled) {
+  PanelBench bench(GetParam().family);
+  GetParam().arrange(bench);
+  bench.StartUp();
+  EXPECT_EQ(bench.panel.EnterCalibrationMode(0), 1);
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), std::string("panel/") + GetParam().trace));
 }
 
-TEST_F(ModeControl, KeldExitSendsOnlyTheExitWord) {
-  StartUp(sim::Family::Keld);
-  panel->ExitCalibrationMode();
-  EXPECT_EQ(WordsWritten(), std::vector<std::uint16_t>{0xF080});
+INSTANTIATE_TEST_SUITE_P(
+    Each, EnterRefused,
+    ::testing::Values(Refusal{"enter-refused-keld_plus", sim::Family::KeldPlus,
+                              [](PanelBench& bench) {
+                                bench.sim.gauge->RefuseCalibrationMode(true);
+                              }},
+                      Refusal{"enter-counter-stalled-morlin", sim::Family::Morlin,
+                              [](PanelBench& bench) { bench.sim.gauge->StallRawCounter(true); }},
+                      Refusal{"enter-raw-output-refused-keld", sim::Family::Keld,
+                              [](PanelBench& bench) {
+                                // Once the capture is done, the raw blocks come back short.
+                                bench.sim.afterOperation = [&bench](const BusOperation& operation) {
+                                  if (operation.word == 0x0001) {
+                                    bench.sim.gauge->AnswerNextBlockReadsWithLength(1000, 20);
+                                  }
+                                };
+                              }}),
+    [](const auto& refusal) { return testing::TestNameOf(refusal.param.trace); });
+
+TEST(ExitCalibrationMode, UnreadBlocksAreReportedAndExitGoesOn) {
+  PanelBench bench(sim::Family::Morlin);
+  bench.StartUp();
+  bench.sim.afterOperation =
+      After(2, RowRead, [&bench] { bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2); });
+  EXPECT_EQ(bench.panel.ExitCalibrationMode(), 0);
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/exit-blocks-unread-morlin"));
 }
 
-TEST_F(ModeControl, TheScanRunsOnThroughAKeldCalibrationButNotAMorlinOne) {
-  for (const auto& [family, scanRead, ticksDuring] :
-       {std::tuple{sim::Family::Keld, 0x3B, true}, std::tuple{sim::Family::Morlin, 0x71, false}}) {
-    SCOPED_TRACE(sim::FamilyName(family));
-    StartUp(family);
-    panel->chkUpdates.Value = 1;
-    // A scan interval shorter than the capture, which pumps events while it waits.
-    panel->tmrScan.SetInterval(300);
-    ASSERT_EQ(panel->EnterCalibrationMode(0), 0);
-    const auto& operations = bench->host.Operations();
-    const auto outputStart = std::find_if(operations.begin(), operations.end(), [](const auto& op) {
-      return op.word && *op.word == 0xF081 && op.cmd == 0;
-    });
-    ASSERT_NE(outputStart, operations.end());
-    const bool scanned = std::any_of(outputStart, operations.end(), [scanRead](const auto& op) {
-      return op.cmd == scanRead || (op.cmd == 0 && op.word && *op.word == scanRead);
-    });
-    EXPECT_EQ(scanned, ticksDuring);
-  }
-}
+struct Mapping {
+  const char* trace;
+  std::function<void(PanelBench&)> arrange;
+  std::string shown;  // in txtMeasTemp(0); empty for the internal sensor's temperature
+};
 
-TEST_F(ModeControl, InternalSensorMappedForOneReadAndPutBack) {
-  StartUp(sim::Family::Morlin);
-  const sim::Bytes before = bench->gauge->DataflashBytes(320, 2);
-  sim::Measurements applied = bench->gauge->AppliedMeasurements();
+class InternalSensorMapping : public ::testing::TestWithParam<Mapping> {};
+
+TEST_P(InternalSensorMapping, MapsForOneReadAndPutsTheBytesBack) {
+  PanelBench bench(sim::Family::Morlin);
+  bench.StartUp();
+  sim::Measurements applied = bench.sim.gauge->AppliedMeasurements();
   applied.temperatures[sim::Measurements::kInternal] = 3032;  // 30.0 C
-  bench->gauge->ApplyMeasurements(applied);
+  bench.sim.gauge->ApplyMeasurements(applied);
   const double reported =
-      (bench->gauge->ReportedMeasurements().temperatures[sim::Measurements::kInternal] - 2732) /
+      (bench.sim.gauge->ReportedMeasurements().temperatures[sim::Measurements::kInternal] - 2732) /
       10.0;
+  bench.panel.txtMeasTemp[0].Text = "kept";
+  GetParam().arrange(bench);
 
-  EXPECT_EQ(panel->MapMorlinportInternalTemptoSBSTemp(), 0);
-  EXPECT_EQ(panel->txtMeasTemp[0].Text, FormatShortest(reported));
-  EXPECT_EQ(bench->gauge->DataflashBytes(320, 2), before) << "the mapping is put back";
-  EXPECT_TRUE(bench->MessageTexts().empty());
-
-  bench->host.Clear();
-  g_bIntTSSupported = false;
-  panel->txtMeasTemp[0].Text = "kept";
-  panel->MapMorlinportInternalTemptoSBSTemp();
-  EXPECT_TRUE(bench->host.Operations().empty());
-  EXPECT_EQ(panel->txtMeasTemp[0].Text, "kept");
+  EXPECT_EQ(bench.panel.MapMorlinportInternalTemptoSBSTemp(), 0);
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), std::string("panel/") + GetParam().trace));
+  EXPECT_EQ(bench.panel.txtMeasTemp[0].Text,
+            GetParam().shown.empty() ? FormatShortest(reported) : GetParam().shown);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    EveryPath, InternalSensorMapping,
+    ::testing::Values(Mapping{"map-internal-temperature-morlin", [](PanelBench&) {}, ""},
+                      Mapping{"map-internal-temperature-unread-morlin",
+                              [](PanelBench& bench) {
+                                bench.sim.afterOperation = [&bench](const BusOperation& operation) {
+                                  if (operation.word == 0xF080) {
+                                    bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 1);
+                                  }
+                                };
+                              },
+                              "Err_Rd"},
+                      Mapping{"map-internal-temperature-unwritten-morlin",
+                              [](PanelBench& bench) {
+                                bench.sim.gauge->FailNext(sim::Transfer::BlockWrite, 1);
+                              },
+                              "Err_Rd"},
+                      Mapping{"map-internal-temperature-not-restored-morlin",
+                              [](PanelBench& bench) {
+                                bench.sim.afterOperation = After(1, RowWrite, [&bench] {
+                                  bench.sim.gauge->FailNext(sim::Transfer::BlockWrite, 1);
+                                });
+                              },
+                              ""},
+                      Mapping{"map-internal-temperature-unsupported-morlin",
+                              [](PanelBench&) { g_bIntTSSupported = false; }, "kept"}),
+    [](const auto& mapping) { return testing::TestNameOf(mapping.param.trace); });
 
 }  // namespace
 }  // namespace ombrelay

@@ -11,6 +11,8 @@
 namespace ombrelay {
 namespace {
 
+using testing::Boxes;
+using testing::Shown;
 using testing::SimBench;
 using testing::TempAppDir;
 
@@ -90,6 +92,63 @@ TEST(DataGrids, TheSensorsAndCellsOfTheConfigurationShapeThePage) {
   EXPECT_FALSE(panel.txtVoltage[2].Enabled || panel.txtCalMeasVoltage[2].Enabled ||
                panel.txtVoltage[3].Enabled);
   EXPECT_EQ(panel.txtCellCount.Text, "2");
+}
+
+TEST(DataGrids, TheDataGridTakesTheOffsetsOfTheSensorsThereAreAndTrimsItsHeightByFamily) {
+  // KELD_PLUS with a third sensor and no fourth: TS3's offset joins the grid, TS4's does not.
+  TempAppDir appdir;
+  appdir.Write("config.ini",
+               "[D4B60]\nDFType=KELD_PLUS\nMorlinSystemConfigLocation=Configuration,Registers,"
+               "Operation Cfg A\nBatteryVSupported=1\nTS3Supported=1\nPackVoltageReadCommand="
+               "SBS,90\nTS1readTemperature=SBS,72\nTS2readTemperature=SBS,73\n");
+  SimBench bench(sim::Family::KeldPlus, appdir.Path().string());
+  NBCal panel(bench.host, bench.platform);
+  panel.UserControl_Show();
+  ASSERT_EQ(panel.DFGrid.Rows(), 17);
+  EXPECT_EQ(panel.DFGrid.Cell(15, 0).Text, "Ext 3 Temp Offset");
+  EXPECT_EQ(panel.DFGrid.Cell(16, 0).Text, "");
+  EXPECT_EQ(panel.DFGrid.Height, 255 * 16 - 50);
+
+  SimBench quill(sim::Family::Quill);
+  NBCal quillPanel(quill.host, quill.platform);
+  quillPanel.UserControl_Show();
+  ASSERT_EQ(quillPanel.DFGrid.Rows(), 14);
+  EXPECT_EQ(quillPanel.DFGrid.Height, 255 * 13 - 100);
+}
+
+// A MORLIN section that stops before it can trim the temperature block leaves seven
+// temperatures for a grid sized without a third sensor: the grid reports the block it could not
+// hold, and start-up goes on.
+TEST(DataGrids, ABlockTheGridCannotHoldIsReported) {
+  TempAppDir appdir;
+  appdir.Write("config.ini", "[D4D31]\nDFType=MORLIN\nBatteryVSupported=1\n");
+  SimBench bench(sim::Family::Morlin, appdir.Path().string());
+  NBCal panel(bench.host, bench.platform);
+  panel.UserControl_Show();
+  const std::vector<Shown> expected = {
+      {"Location of base System Configuration address name not found. Check entry in Quvara "
+       "application directory in file config.ini.",
+       MessageStyle::Plain},
+      {"Error adding block of MOD data to Grid number  1.", MessageStyle::Plain}};
+  std::vector<Shown> shown = Boxes(bench.platform);
+  ASSERT_GE(shown.size(), 2U);
+  shown.resize(2);
+  EXPECT_EQ(shown, expected);
+  EXPECT_EQ(panel.displaygrid.Height, 255 * 14 - 125) << "the procedure goes on";
+}
+
+// The host may build the grids itself; what they cannot hold ends the procedure with a box.
+TEST(DataGrids, TheHostsCallsReportWhatTheGridsCannotHold) {
+  SimBench bench(sim::Family::Morlin);
+  NBCal panel(bench.host, bench.platform);
+  panel.InitGrid(1000, 10000, 0);
+  EXPECT_EQ(panel.AddMODBlocktoGrid(1, 5), 0);
+  panel.InitDFGrid(2500, 10000, 3);
+  const std::vector<Shown> expected = {
+      {"Error creating grid 0.", MessageStyle::Plain},
+      {"Error adding block of MOD data to Grid number  5.", MessageStyle::Plain},
+      {"Error initializing Data Flash Grid.", MessageStyle::Plain}};
+  EXPECT_EQ(Boxes(bench.platform), expected);
 }
 
 }  // namespace

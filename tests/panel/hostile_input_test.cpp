@@ -40,7 +40,7 @@ TEST(HostileInput, AGaugeAnsweringEveryBlockWithAnyLength) {
       SimBench bench(family);
       // Once the gauge has told what it is, every block comes back at this length.
       bool identified = false;
-      bench.host.onOperation = [&bench, &identified, length](const BusOperation& operation) {
+      bench.afterOperation = [&bench, &identified, length](const BusOperation& operation) {
         if (!identified && operation.op == "ReadSMBusBlock_" && operation.cmd == 0x2F) {
           identified = true;
           bench.gauge->AnswerNextBlockReadsWithLength(1000, static_cast<std::uint8_t>(length));

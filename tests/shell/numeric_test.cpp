@@ -72,6 +72,15 @@ TEST(NumberFormats, TenthsThreeDecimalsShortestAndHex) {
   EXPECT_EQ(FormatThreeDecimals(-2.5), "-2.5");
   EXPECT_EQ(FormatThreeDecimals(-0.0004), "0");
   EXPECT_EQ(FormatThreeDecimals(123456.0), "123456");
+  // Exact halves at the fourth decimal go away from zero, whatever the digit before them; a value
+  // a hair off a half goes to its nearer neighbour.
+  EXPECT_EQ(FormatThreeDecimals(1.0625), "1.063");
+  EXPECT_EQ(FormatThreeDecimals(1.0635), "1.063");  // binary 1.06349999...
+  EXPECT_EQ(FormatThreeDecimals(0.0625), "0.063");
+  EXPECT_EQ(FormatThreeDecimals(-1.0625), "-1.063");
+  EXPECT_EQ(FormatThreeDecimals(2.3125), "2.313");
+  EXPECT_EQ(FormatThreeDecimals(2.1875), "2.188");
+  EXPECT_EQ(FormatThreeDecimals(-0.0005), "-0.001");  // binary -0.000500000000000000010...
   EXPECT_EQ(FormatShortest(25.0), "25");
   EXPECT_EQ(FormatShortest(-0.5), "-0.5");
   EXPECT_EQ(FormatShortest(25.3), "25.3");

@@ -1,8 +1,6 @@
 #include "tests/support/gauge_bench.h"
 
-#include "shell/numeric.h"
 #include "shell/shared_state.h"
-#include "shell/utils.h"
 
 namespace ombrelay::testing {
 
@@ -43,33 +41,10 @@ GaugeBench::GaugeBench(sim::Family family) : SimBench(family) {
 }
 
 void GaugeBench::After(const std::string& op, int nth, std::function<void()> then) {
-  host.onOperation = [op, nth, then = std::move(then),
-                      seen = 0](const BusOperation& operation) mutable {
+  afterOperation = [op, nth, then = std::move(then),
+                    seen = 0](const BusOperation& operation) mutable {
     if (operation.op == op && ++seen == nth) then();
   };
-}
-
-void GaugeBench::Restart() {
-  host.Clear();
-  platform.ClearMessages();
-  startMs_ = clock.NowMs();
-}
-
-std::vector<std::string> GaugeBench::Trace() const {
-  std::vector<std::string> lines;
-  for (const BusOperation& operation : host.Operations()) {
-    std::string line = std::to_string(operation.tMs - startMs_) + " " + operation.op;
-    if (operation.cmd != BusOperation::kNoCommand)
-      line += " " + PadLeftZeros(Hex(static_cast<std::uint32_t>(operation.cmd)), 2);
-    if (operation.word) {
-      line += " " + PadLeftZeros(Hex(*operation.word), 4);
-    } else {
-      line +=
-          " " + std::to_string(operation.op == "CheckForError" ? operation.status : operation.len);
-    }
-    lines.push_back(line);
-  }
-  return lines;
 }
 
 }  // namespace ombrelay::testing

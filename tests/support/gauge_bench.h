@@ -1,13 +1,12 @@
 #pragma once
 // A SimBench on a sample gauge with the program's settings as start-up leaves them for that
-// gauge under the shipped configuration, and a compact trace of the bus for assertions.
+// gauge under the shipped configuration.
 
-#include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "sim/family.h"
+#include "tests/support/expected_trace.h"
 #include "tests/support/sim_bench.h"
 
 namespace ombrelay::testing {
@@ -23,16 +22,10 @@ class GaugeBench : public SimBench {
   // Runs then() once, right after the nth operation named op from now: a fault that strikes
   // mid-way.
   void After(const std::string& op, int nth, std::function<void()> then);
-  // Forgets the bus record and the boxes shown; the trace's times count from now.
-  void Restart();
-  // One line per operation since the last restart, its time in ms since then first:
-  //   "0 WriteSMBusWord_ 00 0054"  word operations: command and word, in hex
-  //   "13 ReadSMBusBlock_ 23 4"    block operations: command and length
-  //   "20 CheckForError 1"         the error it gave
-  std::vector<std::string> Trace() const;
-
- private:
-  std::int64_t startMs_ = 0;
+  // Passes when the trace since the last restart is the expected trace name.
+  ::testing::AssertionResult Follows(const std::string& name) {
+    return MatchesTrace(trace.Lines(), name);
+  }
 };
 
 }  // namespace ombrelay::testing

@@ -22,6 +22,11 @@ SimBench::SimBench(std::optional<sim::Family> family, const std::string& appdir)
   g_oPlatform = &platform;
   g_iTargetAddress = 23;
   g_sPluginFolder = appdir + "/plugins";
+  host.onOperation = [this](const BusOperation& operation) {
+    trace.Record(operation);
+    if (afterOperation) afterOperation(operation);
+  };
+  platform.onActivity = [this](const PlatformActivity& activity) { trace.Record(activity); };
 }
 
 SimBench::~SimBench() {
@@ -40,6 +45,12 @@ std::vector<BusOperation> SimBench::OperationsNamed(const std::string& op) const
   std::copy_if(host.Operations().begin(), host.Operations().end(), std::back_inserter(named),
                [&](const BusOperation& operation) { return operation.op == op; });
   return named;
+}
+
+void SimBench::Restart() {
+  host.Clear();
+  platform.ClearMessages();
+  trace.Clear();
 }
 
 }  // namespace ombrelay::testing

@@ -2,6 +2,7 @@
 // A bench on a virtual clock: one simulated gauge (or none) on a recorded bus, the virtual
 // platform, and the shared state pointed at them and at an application directory.
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "sim/clock.h"
 #include "sim/family.h"
 #include "sim/gauge.h"
+#include "tests/support/flow_trace.h"
 
 namespace ombrelay::testing {
 
@@ -38,12 +40,18 @@ class SimBench {
   std::vector<std::string> MessageTexts() const;
   // The recorded operations whose name is op.
   std::vector<BusOperation> OperationsNamed(const std::string& op) const;
+  // Forgets the bus record, the boxes shown and the trace: what follows is a flow of its own.
+  void Restart();
 
   sim::VirtualClock clock;
   VirtualPlatform platform{clock};
   SimHost bus{clock};
   RecordingHost host{bus, [this] { return clock.NowMs(); }};
   std::unique_ptr<sim::Gauge> gauge;
+  // Everything the bus and the platform saw, in order.
+  FlowTrace trace;
+  // Called after each bus operation has been recorded: a fault that strikes mid-way.
+  std::function<void(const BusOperation&)> afterOperation;
 };
 
 }  // namespace ombrelay::testing

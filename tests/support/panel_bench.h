@@ -1,0 +1,31 @@
+#pragma once
+// A calibration panel on a simulated gauge, with its flows traced: bus, waits, boxes, and the
+// panel's timer, controls and done mark where they change.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "panel/nbcal.h"
+#include "tests/support/sim_bench.h"
+
+namespace ombrelay::testing {
+
+struct PanelBench {
+  explicit PanelBench(std::optional<sim::Family> family = sim::Family::Morlin,
+                      const std::string& appdir = OMBRELAY_SOURCE_APPDIR);
+
+  // Runs start-up, which must end without a box, and forgets its trace: what follows is a flow
+  // of its own.
+  void StartUp();
+  // Start-up, one tick of the scan with chkUpdates checked, and the entries of a calibration
+  // that every check passes: the stack voltages the bench applies, its battery voltage, and the
+  // sensors that the scan fills ticked at 25 C. The trace starts afresh behind it.
+  void ReadyToCalibrate();
+  std::vector<std::string> Trace() { return sim.trace.Lines(); }
+
+  SimBench sim;
+  NBCal panel;
+};
+
+}  // namespace ombrelay::testing

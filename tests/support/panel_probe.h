@@ -1,0 +1,14 @@
+#pragma once
+// What a calibration flow's trace watches on the panel: the scan timer, the calibration
+// controls and the done mark.
+
+#include "panel/nbcal.h"
+#include "tests/support/flow_trace.h"
+
+namespace ombrelay::testing {
+
+// Lines "timer on|off", "controls on|off" (or which of buttons and check boxes are on, when they
+// differ), "done mark on|off".
+FlowTrace::Probe PanelProbe(const NBCal& panel);
+
+}  // namespace ombrelay::testing
