@@ -46,49 +46,6 @@ class RecordingHostTest : public ::testing::Test {
   RecordingHost host{bus, [this] { return clock.NowMs(); }};
 };
 
-TEST_F(RecordingHostTest, RecordsEachOperationWithItsTimeAndBytes) {
-  RunSequence();
-  const std::vector<std::uint8_t> id = {0x4D, 0x31, 0x02, 0x05, 0x00, 0x20, 1, 0, 0, 0, 0};
-  constexpr auto kNone = BusOperation::kNoCommand;
-  const std::vector<BusOperation> expected = {
-      {1000, "WriteSMBusBlock", 0x20, {0xAB, 0x01, 0x00}, 3, 0, {}, kAddress},
-      {1000, "Delay", kNone, {}, 250, 0, {}, 0},
-      {1250, "CheckForError", kNone, {}, 0, sim::PendingErrors::kBusError, {}, 0},
-      {1250, "CheckForError", kNone, {}, 0, 0, {}, 0},
-      {1250, "ReadSMBusBlock_", 0x2F, id, 11, 0, {}, kAddress},
-      {1257, "ReadSMBusWord_", 0x0D, {80, 0}, 2, 0, 80, kAddress},
-      {1257, "WriteSMBusWord_", 0x00, {0xFE, 0xFF}, 2, 0, 0xFFFE, kAddress},
-      {1257, "ReadSMBusWord", 0x00, {0xFE, 0xFF}, 2, 0, 0xFFFE, kAddress},
-      {1257, "WriteSMBusWord", 0x00, {0x34, 0x12}, 2, SimHost::kNoAcknowledge, 0x1234, 22},
-  };
-  EXPECT_EQ(host.Operations(), expected);
-
-  host.Clear();
-  std::string text;
-  gauge->FailNext(sim::Transfer::BlockRead, 1);
-  host.ReadSMBusBlock(0x2F, text, kAddress);
-  host.ReadSMBusBlock(0x2F, text, kAddress);
-  ASSERT_EQ(host.Operations().size(), 2U);
-  EXPECT_EQ(host.Operations()[0].status, SimHost::kNoAcknowledge);
-  EXPECT_TRUE(host.Operations()[0].data.empty());
-  EXPECT_EQ(host.Operations()[1].data, id);
-  EXPECT_EQ(host.Operations()[1].len, 11);
-}
-
-TEST_F(RecordingHostTest, AnnouncesEachOperationAndPassesResultsThrough) {
-  std::vector<std::string> seen;
-  host.onOperation = [&](const BusOperation& operation) {
-    seen.push_back(operation.op);
-    host.Clear();  // a handler may do this without harm
-  };
-  std::int16_t word = 0;
-  EXPECT_EQ(host.ReadSMBusWord_(0x0D, word, kAddress), 0);
-  EXPECT_EQ(word, 80);
-  EXPECT_EQ(host.ReadSMBusWord_(0x0D, word, 5), SimHost::kNoAcknowledge);
-  EXPECT_EQ(seen, (std::vector<std::string>{"ReadSMBusWord_", "ReadSMBusWord_"}));
-  EXPECT_TRUE(host.Operations().empty());
-}
-
 TEST_F(RecordingHostTest, LogsJsonLinesAsTheyHappen) {
   const auto path = std::filesystem::path(::testing::TempDir()) / "recording_host_test.jsonl";
   ASSERT_TRUE(host.OpenLog(path.string()));

@@ -32,16 +32,11 @@ TEST_P(CalibrateFlow, CapturesComputesWritesAndLeaves) {
     bench.sim.Restart();
   }
   bench.panel.btnCalibrate_Click();
-  EXPECT_TRUE(
-      MatchesTrace(bench.Trace(), "panel/calibrate-" + std::string(sim::FamilyName(GetParam()))));
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/calibrate-" + testing::Name(GetParam())));
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, CalibrateFlow,
-                         ::testing::Values(sim::Family::Keld, sim::Family::Quill,
-                                           sim::Family::Morlin, sim::Family::KeldPlus),
-                         [](const auto& family) {
-                           return std::string(sim::FamilyName(family.param));
-                         });
+INSTANTIATE_TEST_SUITE_P(EveryFamily, CalibrateFlow, ::testing::ValuesIn(testing::kEveryFamily),
+                         testing::FamilyTestName);
 
 TEST(CalibrateFlow, ANewPressTakesTheDoneMarkAwayFirst) {
   PanelBench bench(sim::Family::Morlin);

@@ -15,11 +15,8 @@ namespace ombrelay {
 namespace {
 
 using testing::MatchesTrace;
+using testing::Name;
 using testing::PanelBench;
-
-std::string Name(sim::Family family) {
-  return std::string(sim::FamilyName(family));
-}
 
 // Runs action on the bench after operation number count of those that match fires.
 std::function<void(const BusOperation&)> After(int count,
@@ -46,10 +43,8 @@ TEST_P(ModeControl, EnterThenExitWithoutUpdates) {
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/enter-exit-" + Name(GetParam())));
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, ModeControl,
-                         ::testing::Values(sim::Family::Keld, sim::Family::Quill,
-                                           sim::Family::Morlin, sim::Family::KeldPlus),
-                         [](const auto& family) { return Name(family.param); });
+INSTANTIATE_TEST_SUITE_P(EveryFamily, ModeControl, ::testing::ValuesIn(testing::kEveryFamily),
+                         testing::FamilyTestName);
 
 TEST(EnterCalibrationMode, TheOffsetModeAsksForItsOwnRawOutput) {
   PanelBench bench(sim::Family::Morlin);

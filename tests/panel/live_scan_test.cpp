@@ -16,14 +16,8 @@ namespace ombrelay {
 namespace {
 
 using testing::MatchesTrace;
+using testing::Name;
 using testing::PanelBench;
-
-constexpr std::array kFamilies = {sim::Family::Keld, sim::Family::Quill, sim::Family::Morlin,
-                                  sim::Family::KeldPlus};
-
-std::string Name(sim::Family family) {
-  return std::string(sim::FamilyName(family));
-}
 
 std::vector<std::string> Texts(const std::array<TextBox, 4>& boxes) {
   return {boxes[0].Text, boxes[1].Text, boxes[2].Text, boxes[3].Text};
@@ -80,34 +74,72 @@ TEST_P(LiveScan, DataflashRefreshStopsTheScanForItsRead) {
       MatchesTrace(bench.Trace(), "panel/read-and-update-all-df-values-" + Name(GetParam())));
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, LiveScan, ::testing::ValuesIn(kFamilies),
-                         [](const auto& family) { return Name(family.param); });
+INSTANTIATE_TEST_SUITE_P(EveryFamily, LiveScan, ::testing::ValuesIn(testing::kEveryFamily),
+                         testing::FamilyTestName);
 
-TEST(LiveScanEnds, AMorlinThatStopsAnsweringCostsNoMessage) {
-  PanelBench bench(sim::Family::Morlin);
-  Tick(bench, true, [&bench] { bench.sim.gauge->SetDisconnected(true); });
-  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-gauge-gone-morlin"));
-}
-
-TEST(LiveScanEnds, MorlinBlocksThatCannotBeRequestedEndTheTickWithABox) {
-  PanelBench bench(sim::Family::Morlin);
-  Tick(bench, true, [&bench] {
-    bench.sim.afterOperation = [&bench](const BusOperation& operation) {
-      if (operation.cmd == 0x0D) bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2);
+// Runs then once, after the first bus operation on command.
+std::function<void()> After(PanelBench& bench, std::int32_t command, std::function<void()> then) {
+  return [&bench, command, then] {
+    bench.sim.afterOperation = [command, then, done = false](const BusOperation& op) mutable {
+      if (!done && op.cmd == command) {
+        done = true;
+        then();
+      }
     };
-  });
-  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-blocks-unread-morlin"));
+  };
 }
 
-TEST(LiveScanEnds, AKeldPlusSensorWordThatOverflowsIsReported) {
-  PanelBench bench(sim::Family::KeldPlus);
-  Tick(bench, true, [&bench] {
-    bench.sim.afterOperation = [&bench](const BusOperation& operation) {
-      if (operation.cmd == 0x0A) bench.sim.gauge->CorruptNextRead(sim::Transfer::WordRead, 1);
-    };
-  });
-  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-sensor-overflow-keld_plus"));
+struct TickCase {
+  const char* trace;
+  sim::Family family;
+  std::function<std::function<void()>(PanelBench&)> arrange;  // after start-up
+  bool batteryShown = true;  // false where the battery's box must be left alone
+};
+
+class TickEnds : public ::testing::TestWithParam<TickCase> {};
+
+TEST_P(TickEnds, AsTheGaugeAndTheConfigurationHaveIt) {
+  PanelBench bench(GetParam().family);
+  Tick(bench, true, GetParam().arrange(bench));
+  EXPECT_TRUE(MatchesTrace(bench.Trace(), std::string("panel/") + GetParam().trace));
+  if (!GetParam().batteryShown) {
+    EXPECT_EQ(bench.panel.txtBatMeasured.Text, "kept");
+  }
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, TickEnds,
+    ::testing::Values(
+        // A MORLIN that stops answering costs no message.
+        TickCase{"tick-gauge-gone-morlin", sim::Family::Morlin,
+                 [](PanelBench& bench) -> std::function<void()> {
+                   return [&bench] { bench.sim.gauge->SetDisconnected(true); };
+                 }},
+        // Blocks that cannot be requested end the tick with a box.
+        TickCase{"tick-blocks-unread-morlin", sim::Family::Morlin,
+                 [](PanelBench& bench) {
+                   return After(bench, 0x0D, [&bench] {
+                     bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2);
+                   });
+                 }},
+        // KELD_PLUS reports a sensor word that overflows through its own handler.
+        TickCase{"tick-sensor-overflow-keld_plus", sim::Family::KeldPlus,
+                 [](PanelBench& bench) {
+                   return After(bench, 0x0A, [&bench] {
+                     bench.sim.gauge->CorruptNextRead(sim::Transfer::WordRead, 1);
+                   });
+                 }},
+        // Without a battery input the pack voltage alone still waits twice for the raw stream,
+        // and the battery's box is left alone.
+        TickCase{"tick-without-battery-keld_plus", sim::Family::KeldPlus,
+                 [](PanelBench& bench) -> std::function<void()> {
+                   return [&bench] {
+                     g_bBatteryVSupported = false;
+                     bench.panel.txtBatMeasured.Text = "kept";
+                   };
+                 },
+                 false}),
+    [](const auto& tick) { return testing::TestNameOf(tick.param.trace); });
 
 TEST(LiveScanValues, BlockCellsAreSummedIntoStackVoltages) {
   PanelBench bench(sim::Family::Morlin);
@@ -164,16 +196,6 @@ TEST(LiveScanValues, KeldShowsWordsInPlainDecimalAndEndsATickQuietlyOnOverflow) 
   panel.tmrScan_Timer();
   EXPECT_TRUE(bench.sim.MessageTexts().empty());
   EXPECT_FALSE(panel.btnCalibrate.Enabled);
-}
-
-TEST(LiveScanValues, KeldPlusWithoutABatteryInputStillWaitsTwiceForTheRawStream) {
-  PanelBench bench(sim::Family::KeldPlus);
-  Tick(bench, true, [&bench] {
-    g_bBatteryVSupported = false;
-    bench.panel.txtBatMeasured.Text = "kept";
-  });
-  EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/tick-without-battery-keld_plus"));
-  EXPECT_EQ(bench.panel.txtBatMeasured.Text, "kept");
 }
 
 TEST(LiveScanValues, KeldPlusShowsARawBatteryWordOfZeroAsUnread) {

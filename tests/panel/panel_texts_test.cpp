@@ -29,27 +29,25 @@ std::string Visible(const std::string& text) {
   return shown;
 }
 
+// One line a control: its caption, or the text of a text box with its limits, and its tip.
 class Texts {
  public:
-  void Add(const std::string& name, const std::string& caption, const std::string& tip = {}) {
-    lines_.push_back(name + " \"" + Visible(caption) + "\"" +
-                     (tip.empty() ? "" : " tip \"" + tip + "\""));
-  }
-  void Add(const std::string& name, const TextBox& box) {
-    lines_.push_back(name + " text \"" + box.Text + "\"" + (box.Locked ? " read-only" : "") +
-                     (box.MaxLength > 0 ? " max " + std::to_string(box.MaxLength) : "") +
-                     (box.ToolTipText.empty() ? "" : " tip \"" + box.ToolTipText + "\""));
+  void Line(std::string line) { lines_.push_back(std::move(line)); }
+  template <typename Control>
+  void Add(const std::string& name, const Control& control) {
+    std::string line = name;
+    if constexpr (requires { control.Caption; }) line += " \"" + Visible(control.Caption) + "\"";
+    if constexpr (requires { control.Text; }) {
+      line += " text \"" + control.Text + "\"" + (control.Locked ? " read-only" : "") +
+              (control.MaxLength > 0 ? " max " + std::to_string(control.MaxLength) : "");
+    }
+    if (!control.ToolTipText.empty()) line += " tip \"" + control.ToolTipText + "\"";
+    Line(line);
   }
   template <typename Control, std::size_t N>
-  void AddAll(const std::string& name, const std::array<Control, N>& controls) {
-    for (std::size_t i = 0; i < N; ++i) {
-      const std::string indexed = name + "(" + std::to_string(i) + ")";
-      if constexpr (std::is_same_v<Control, TextBox>) {
-        Add(indexed, controls[i]);
-      } else {
-        Add(indexed, controls[i].Caption);
-      }
-    }
+  void Add(const std::string& name, const std::array<Control, N>& controls) {
+    for (std::size_t i = 0; i < N; ++i)
+      Add(name + "(" + std::to_string(i) + ")", controls[i]);
   }
   const std::vector<std::string>& Lines() const { return lines_; }
 
@@ -63,41 +61,41 @@ TEST(PanelTexts, TheFirstPageAndTheFrameReadAsWrittenOut) {
   panel.UserControl_Show();  // without a gauge start-up ends after the page's layout
 
   Texts texts;
-  texts.Add("SStabCal", panel.SStabCal.TabCaptions.at(0) + "|" + panel.SStabCal.TabCaptions.at(1) +
-                            " tab " + std::to_string(panel.SStabCal.Tab));
+  texts.Line("SStabCal \"" + panel.SStabCal.TabCaptions.at(0) + "|" +
+             panel.SStabCal.TabCaptions.at(1) + " tab " + std::to_string(panel.SStabCal.Tab) +
+             "\"");
   for (std::size_t i = 0; i < panel.picCalibration.size(); ++i) {
     const Picture& page = panel.picCalibration[i];
-    texts.Add("picCalibration(" + std::to_string(i) + ")",
-              std::to_string(page.Top) + " " + std::to_string(page.Left) + " " +
-                  std::to_string(page.Height) + " " + std::to_string(page.Width) +
-                  (page.Visible ? " shown" : " hidden"));
+    texts.Line("picCalibration(" + std::to_string(i) + ") \"" + std::to_string(page.Top) + " " +
+               std::to_string(page.Left) + " " + std::to_string(page.Height) + " " +
+               std::to_string(page.Width) + (page.Visible ? " shown\"" : " hidden\""));
   }
-  texts.Add("chkUpdates", panel.chkUpdates.Caption);
-  texts.Add("txtVersion", panel.txtVersion.Caption);
-  texts.Add("lblVTCalibration", panel.lblVTCalibration.Caption);
-  texts.Add("frmVoltTemp", panel.frmVoltTemp.Caption);
-  texts.Add("lblHelp(0)", panel.lblHelp[0].Caption);
-  texts.Add("chkVoltageCal", panel.chkVoltageCal.Caption);
-  texts.AddAll("Label1", panel.Label1);
-  texts.Add("lblVoltageEnteredHeading", panel.lblVoltageEnteredHeading.Caption);
-  texts.Add("lblVoltageMeasuredHeading", panel.lblVoltageMeasuredHeading.Caption);
-  texts.AddAll("txtVoltage", panel.txtVoltage);
-  texts.AddAll("txtCalMeasVoltage", panel.txtCalMeasVoltage);
-  texts.Add("lblBatVoltage(4)", panel.lblBatVoltage.at(4).Caption);
+  texts.Add("chkUpdates", panel.chkUpdates);
+  texts.Add("txtVersion", panel.txtVersion);
+  texts.Add("lblVTCalibration", panel.lblVTCalibration);
+  texts.Add("frmVoltTemp", panel.frmVoltTemp);
+  texts.Add("lblHelp(0)", panel.lblHelp[0]);
+  texts.Add("chkVoltageCal", panel.chkVoltageCal);
+  texts.Add("Label1", panel.Label1);
+  texts.Add("lblVoltageEnteredHeading", panel.lblVoltageEnteredHeading);
+  texts.Add("lblVoltageMeasuredHeading", panel.lblVoltageMeasuredHeading);
+  texts.Add("txtVoltage", panel.txtVoltage);
+  texts.Add("txtCalMeasVoltage", panel.txtCalMeasVoltage);
+  texts.Add("lblBatVoltage(4)", panel.lblBatVoltage.at(4));
   texts.Add("txtBatVoltageActual", panel.txtBatVoltageActual);
   texts.Add("txtBatMeasured", panel.txtBatMeasured);
-  texts.Add("lblCellCountHeading", panel.lblCellCountHeading.Caption);
+  texts.Add("lblCellCountHeading", panel.lblCellCountHeading);
   texts.Add("txtCellCount", panel.txtCellCount);
-  texts.Add("Frame1", panel.Frame1.Caption);
-  texts.AddAll("chkTemp", panel.chkTemp);
-  texts.Add("lblTempEnteredHeading", panel.lblTempEnteredHeading.Caption);
-  texts.Add("lblTempMeasuredHeading", panel.lblTempMeasuredHeading.Caption);
-  texts.AddAll("txtActualTemp", panel.txtActualTemp);
-  texts.AddAll("txtMeasTemp", panel.txtMeasTemp);
-  texts.Add("btnCalibrate", panel.btnCalibrate.Caption, panel.btnCalibrate.ToolTipText);
-  texts.Add("btncalpg1", panel.btncalpg1.Caption);
-  texts.Add("lblCurrentValues", panel.lblCurrentValues.Caption);
-  texts.Add("lblCalDF", panel.lblCalDF.Caption);
+  texts.Add("Frame1", panel.Frame1);
+  texts.Add("chkTemp", panel.chkTemp);
+  texts.Add("lblTempEnteredHeading", panel.lblTempEnteredHeading);
+  texts.Add("lblTempMeasuredHeading", panel.lblTempMeasuredHeading);
+  texts.Add("txtActualTemp", panel.txtActualTemp);
+  texts.Add("txtMeasTemp", panel.txtMeasTemp);
+  texts.Add("btnCalibrate", panel.btnCalibrate);
+  texts.Add("btncalpg1", panel.btncalpg1);
+  texts.Add("lblCurrentValues", panel.lblCurrentValues);
+  texts.Add("lblCalDF", panel.lblCalDF);
   EXPECT_TRUE(testing::MatchesTrace(texts.Lines(), "panel/texts-of-the-first-page"));
 }
 

@@ -13,6 +13,7 @@ namespace {
 
 using testing::Boxes;
 using testing::MatchesTrace;
+using testing::Name;
 using testing::PanelBench;
 using testing::Shown;
 using testing::TempAppDir;
@@ -20,10 +21,6 @@ using testing::TempAppDir;
 constexpr const char* kNotConfigured =
     "Could not find Quvara configured version for connected Firmware or key configuration "
     "incorrect in application directory in file config.ini.";
-
-std::string Name(sim::Family family) {
-  return std::string(sim::FamilyName(family));
-}
 
 struct SampleStartup {
   sim::Family family;
@@ -44,8 +41,6 @@ TEST_P(SampleGaugeStartup, RunsTheWholeSequenceAndFillsThePage) {
   EXPECT_EQ(bench.panel.txtBatVoltageActual.Text, GetParam().batteryVoltage);
   EXPECT_EQ(g_iCCOffsetSamples, 64);
   EXPECT_TRUE(bench.panel.DFGrid.Visible);
-  EXPECT_EQ(bench.panel.txtVersion.Caption.rfind("Version: ", 0), 0U);
-  EXPECT_TRUE(bench.panel.txtVersion.Caption.ends_with(" Tarvex Ombrelay"));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -75,7 +70,7 @@ TEST_P(StartupAfterCalibration, LeavesCalibrationModeAndRunsItAllAgain) {
 
 INSTANTIATE_TEST_SUITE_P(RowFamilies, StartupAfterCalibration,
                          ::testing::Values(sim::Family::Morlin, sim::Family::KeldPlus),
-                         [](const auto& family) { return Name(family.param); });
+                         testing::FamilyTestName);
 
 TEST(Startup, WithoutAGaugeReportsEachFailureAndStaysUp) {
   PanelBench bench(std::nullopt);

@@ -34,24 +34,6 @@ TEST(CalibrationData, PackGainMakesThePackReportMatchWhatIsApplied) {
   }
 }
 
-TEST(CalibrationData, MorlinTemperatureWordFollowsSystemConfiguration) {
-  VirtualClock clock;
-  auto gauge = MakeSampleGauge(Family::Morlin, clock);
-  const Measurements reported = gauge->ReportedMeasurements();
-  const std::uint16_t internal = reported.temperatures[Measurements::kInternal];
-  const std::uint16_t ts1 = reported.temperatures[Measurements::kTS1];
-  ASSERT_NE(internal, ts1);
-  EXPECT_EQ(gauge->ReadWord(0x08), ts1) << "the sample maps TS1";
-
-  // Second byte of System Configuration: bits 3, 4 and 6 all clear select the internal sensor.
-  const std::pair<std::uint8_t, std::uint16_t> mappings[] = {
-      {0x02, internal}, {0xA7, internal}, {0x0A, ts1}, {0x12, ts1}, {0x42, ts1}, {0xFF, ts1}};
-  for (const auto& [byte, expected] : mappings) {
-    gauge->SetDataflashBytes(321, Bytes{byte});
-    EXPECT_EQ(gauge->ReadWord(0x08), expected) << static_cast<int>(byte);
-  }
-}
-
 TEST(CalibrationData, ErasedOrNegativeCalibrationNeverWrapsTheReports) {
   const CalibrationData negative{{-1, 20480, 20480, 20480}, 20480, 20480, {-128, 127}};
   RawReadings raw;

@@ -2,6 +2,9 @@
 // A calibration panel on a simulated gauge, with its flows traced: bus, waits, boxes, and the
 // panel's timer, controls and done mark where they change.
 
+#include <gtest/gtest.h>
+
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +13,17 @@
 #include "tests/support/sim_bench.h"
 
 namespace ombrelay::testing {
+
+inline constexpr std::array kEveryFamily = {sim::Family::Keld, sim::Family::Quill,
+                                            sim::Family::Morlin, sim::Family::KeldPlus};
+
+// A family by its name, for the traces and the names of parameterised tests.
+inline std::string Name(sim::Family family) {
+  return std::string(sim::FamilyName(family));
+}
+inline std::string FamilyTestName(const ::testing::TestParamInfo<sim::Family>& info) {
+  return Name(info.param);
+}
 
 struct PanelBench {
   explicit PanelBench(std::optional<sim::Family> family = sim::Family::Morlin,
