@@ -82,12 +82,9 @@ INSTANTIATE_TEST_SUITE_P(
                 [](PanelBench& bench) {
                   // The third voltage block of the press is the first that ExitCalibrationMode
                   // shows in the boxes.
-                  bench.sim.afterOperation = [&bench,
-                                              requests = 0](const BusOperation& op) mutable {
-                    if (op.op == "WriteSMBusWord_" && op.word == 0x0071 && ++requests == 3) {
-                      bench.sim.gauge->CorruptNextRead(sim::Transfer::BlockRead, 1);
-                    }
-                  };
+                  bench.sim.After(testing::OnWord(0x0071), 3, [&bench] {
+                    bench.sim.gauge->CorruptNextRead(sim::Transfer::BlockRead, 1);
+                  });
                 }}),
     [](const auto& failure) { return testing::TestNameOf(failure.param.name); });
 

@@ -18,14 +18,6 @@ using testing::MatchesTrace;
 using testing::Name;
 using testing::PanelBench;
 
-// Runs action on the bench after operation number count of those that match fires.
-std::function<void(const BusOperation&)> After(int count,
-                                               std::function<bool(const BusOperation&)> matches,
-                                               std::function<void()> action) {
-  return [count, matches, action, seen = 0](const BusOperation& operation) mutable {
-    if (matches(operation) && ++seen == count) action();
-  };
-}
 bool RowRead(const BusOperation& operation) {
   return operation.op == "ReadSMBusBlock_" && operation.cmd == 0x2F;
 }
@@ -62,8 +54,7 @@ TEST(EnterCalibrationMode, TheOffsetModeAsksForItsOwnRawOutput) {
 TEST(EnterCalibrationMode, UnreadBlocksAreReportedAndTheModeEnteredAllTheSame) {
   PanelBench bench(sim::Family::Morlin);
   bench.StartUp();
-  bench.sim.afterOperation =
-      After(2, RowRead, [&bench] { bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2); });
+  bench.sim.After(RowRead, 2, [&bench] { bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2); });
   EXPECT_EQ(bench.panel.EnterCalibrationMode(0), 0);
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/enter-blocks-unread-morlin"));
 }
@@ -95,19 +86,16 @@ INSTANTIATE_TEST_SUITE_P(
                       Refusal{"enter-raw-output-refused-keld", sim::Family::Keld,
                               [](PanelBench& bench) {
                                 // Once the capture is done, the raw blocks come back short.
-                                bench.sim.afterOperation = [&bench](const BusOperation& operation) {
-                                  if (operation.word == 0x0001) {
-                                    bench.sim.gauge->AnswerNextBlockReadsWithLength(1000, 20);
-                                  }
-                                };
+                                bench.sim.After(testing::OnWord(0x0001), 1, [&bench] {
+                                  bench.sim.gauge->AnswerNextBlockReadsWithLength(1000, 20);
+                                });
                               }}),
     [](const auto& refusal) { return testing::TestNameOf(refusal.param.trace); });
 
 TEST(ExitCalibrationMode, UnreadBlocksAreReportedAndExitGoesOn) {
   PanelBench bench(sim::Family::Morlin);
   bench.StartUp();
-  bench.sim.afterOperation =
-      After(2, RowRead, [&bench] { bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2); });
+  bench.sim.After(RowRead, 2, [&bench] { bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2); });
   EXPECT_EQ(bench.panel.ExitCalibrationMode(), 0);
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/exit-blocks-unread-morlin"));
 }
@@ -143,11 +131,9 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Mapping{"map-internal-temperature-morlin", [](PanelBench&) {}, ""},
                       Mapping{"map-internal-temperature-unread-morlin",
                               [](PanelBench& bench) {
-                                bench.sim.afterOperation = [&bench](const BusOperation& operation) {
-                                  if (operation.word == 0xF080) {
-                                    bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 1);
-                                  }
-                                };
+                                bench.sim.After(testing::OnWord(0xF080), 1, [&bench] {
+                                  bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 1);
+                                });
                               },
                               "Err_Rd"},
                       Mapping{"map-internal-temperature-unwritten-morlin",
@@ -157,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(
                               "Err_Rd"},
                       Mapping{"map-internal-temperature-not-restored-morlin",
                               [](PanelBench& bench) {
-                                bench.sim.afterOperation = After(1, RowWrite, [&bench] {
+                                bench.sim.After(RowWrite, 1, [&bench] {
                                   bench.sim.gauge->FailNext(sim::Transfer::BlockWrite, 1);
                                 });
                               },

@@ -77,30 +77,18 @@ TEST_P(LiveScan, DataflashRefreshStopsTheScanForItsRead) {
 INSTANTIATE_TEST_SUITE_P(EveryFamily, LiveScan, ::testing::ValuesIn(testing::kEveryFamily),
                          testing::FamilyTestName);
 
-// Runs then once, after the first bus operation on command.
-std::function<void()> After(PanelBench& bench, std::int32_t command, std::function<void()> then) {
-  return [&bench, command, then] {
-    bench.sim.afterOperation = [command, then, done = false](const BusOperation& op) mutable {
-      if (!done && op.cmd == command) {
-        done = true;
-        then();
-      }
-    };
-  };
-}
-
 struct TickCase {
   const char* trace;
   sim::Family family;
-  std::function<std::function<void()>(PanelBench&)> arrange;  // after start-up
-  bool batteryShown = true;  // false where the battery's box must be left alone
+  std::function<void(PanelBench&)> arrange;  // after start-up
+  bool batteryShown = true;                  // false where the battery's box must be left alone
 };
 
 class TickEnds : public ::testing::TestWithParam<TickCase> {};
 
 TEST_P(TickEnds, AsTheGaugeAndTheConfigurationHaveIt) {
   PanelBench bench(GetParam().family);
-  Tick(bench, true, GetParam().arrange(bench));
+  Tick(bench, true, [&bench] { GetParam().arrange(bench); });
   EXPECT_TRUE(MatchesTrace(bench.Trace(), std::string("panel/") + GetParam().trace));
   if (!GetParam().batteryShown) {
     EXPECT_EQ(bench.panel.txtBatMeasured.Text, "kept");
@@ -112,31 +100,27 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         // A MORLIN that stops answering costs no message.
         TickCase{"tick-gauge-gone-morlin", sim::Family::Morlin,
-                 [](PanelBench& bench) -> std::function<void()> {
-                   return [&bench] { bench.sim.gauge->SetDisconnected(true); };
-                 }},
+                 [](PanelBench& bench) { bench.sim.gauge->SetDisconnected(true); }},
         // Blocks that cannot be requested end the tick with a box.
         TickCase{"tick-blocks-unread-morlin", sim::Family::Morlin,
                  [](PanelBench& bench) {
-                   return After(bench, 0x0D, [&bench] {
+                   bench.sim.After(testing::OnCommand(0x0D), 1, [&bench] {
                      bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 2);
                    });
                  }},
         // KELD_PLUS reports a sensor word that overflows through its own handler.
         TickCase{"tick-sensor-overflow-keld_plus", sim::Family::KeldPlus,
                  [](PanelBench& bench) {
-                   return After(bench, 0x0A, [&bench] {
+                   bench.sim.After(testing::OnCommand(0x0A), 1, [&bench] {
                      bench.sim.gauge->CorruptNextRead(sim::Transfer::WordRead, 1);
                    });
                  }},
         // Without a battery input the pack voltage alone still waits twice for the raw stream,
         // and the battery's box is left alone.
         TickCase{"tick-without-battery-keld_plus", sim::Family::KeldPlus,
-                 [](PanelBench& bench) -> std::function<void()> {
-                   return [&bench] {
-                     g_bBatteryVSupported = false;
-                     bench.panel.txtBatMeasured.Text = "kept";
-                   };
+                 [](PanelBench& bench) {
+                   g_bBatteryVSupported = false;
+                   bench.panel.txtBatMeasured.Text = "kept";
                  },
                  false}),
     [](const auto& tick) { return testing::TestNameOf(tick.param.trace); });

@@ -108,13 +108,9 @@ TEST(Startup, ASealedMorlinStopsAtTheSealedCheck) {
 TEST(Startup, AMorlinLeftInCalibrationModeMustAcknowledgeTheExit) {
   PanelBench bench(sim::Family::Morlin);
   g_bInCalMode = true;  // as an earlier calibration in this session leaves it
-  bool told = false;
-  bench.sim.afterOperation = [&](const BusOperation& operation) {
-    if (!told && operation.op == "ReadSMBusBlock_" && operation.cmd == 0x23) {
-      told = true;  // the security mode; the next word write is lost
-      bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 1);
-    }
-  };
+  // Once the gauge has told its security mode, the next word write is lost.
+  bench.sim.After(testing::OnCommand(0x23), 1,
+                  [&bench] { bench.sim.gauge->FailNext(sim::Transfer::WordWrite, 1); });
   bench.panel.UserControl_Show();
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/startup-failed-exit-morlin"));
 }

@@ -40,11 +40,4 @@ GaugeBench::GaugeBench(sim::Family family) : SimBench(family) {
   Restart();
 }
 
-void GaugeBench::After(const std::string& op, int nth, std::function<void()> then) {
-  afterOperation = [op, nth, then = std::move(then),
-                    seen = 0](const BusOperation& operation) mutable {
-    if (operation.op == op && ++seen == nth) then();
-  };
-}
-
 }  // namespace ombrelay::testing

@@ -2,7 +2,6 @@
 // A SimBench on a sample gauge with the program's settings as start-up leaves them for that
 // gauge under the shipped configuration.
 
-#include <functional>
 #include <string>
 
 #include "sim/family.h"
@@ -19,9 +18,6 @@ class GaugeBench : public SimBench {
  public:
   explicit GaugeBench(sim::Family family);
 
-  // Runs then() once, right after the nth operation named op from now: a fault that strikes
-  // mid-way.
-  void After(const std::string& op, int nth, std::function<void()> then);
   // Passes when the trace since the last restart is the expected trace name.
   ::testing::AssertionResult Follows(const std::string& name) {
     return MatchesTrace(trace.Lines(), name);

@@ -53,4 +53,24 @@ void SimBench::Restart() {
   trace.Clear();
 }
 
+std::function<bool(const BusOperation&)> OnCommand(std::int32_t command) {
+  return [command](const BusOperation& operation) { return operation.cmd == command; };
+}
+
+std::function<bool(const BusOperation&)> OnWord(std::uint16_t word) {
+  return [word](const BusOperation& operation) { return operation.word == word; };
+}
+
+void SimBench::After(std::function<bool(const BusOperation&)> matches, int nth,
+                     std::function<void()> then) {
+  afterOperation = [matches = std::move(matches), nth, then = std::move(then),
+                    seen = 0](const BusOperation& operation) mutable {
+    if (matches(operation) && ++seen == nth) then();
+  };
+}
+
+void SimBench::After(const std::string& op, int nth, std::function<void()> then) {
+  After([op](const BusOperation& operation) { return operation.op == op; }, nth, std::move(then));
+}
+
 }  // namespace ombrelay::testing

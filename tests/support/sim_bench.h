@@ -26,6 +26,10 @@ struct Shown {
 };
 std::vector<Shown> Boxes(const VirtualPlatform& platform);
 
+// Matches for SimBench::After: the operations on a command, those that carry a word.
+std::function<bool(const BusOperation&)> OnCommand(std::int32_t command);
+std::function<bool(const BusOperation&)> OnWord(std::uint16_t word);
+
 class SimBench {
  public:
   // With no family the bus has no gauge on it. appdir is the application directory holding
@@ -42,6 +46,10 @@ class SimBench {
   std::vector<BusOperation> OperationsNamed(const std::string& op) const;
   // Forgets the bus record, the boxes shown and the trace: what follows is a flow of its own.
   void Restart();
+  // Runs then() once, right after the nth operation from now that matches, or that is named op:
+  // a fault that strikes mid-way.
+  void After(std::function<bool(const BusOperation&)> matches, int nth, std::function<void()> then);
+  void After(const std::string& op, int nth, std::function<void()> then);
 
   sim::VirtualClock clock;
   VirtualPlatform platform{clock};
@@ -50,7 +58,7 @@ class SimBench {
   std::unique_ptr<sim::Gauge> gauge;
   // Everything the bus and the platform saw, in order.
   FlowTrace trace;
-  // Called after each bus operation has been recorded: a fault that strikes mid-way.
+  // Called after each bus operation has been recorded.
   std::function<void(const BusOperation&)> afterOperation;
 };
 
