@@ -27,6 +27,7 @@ class AccountingPlatform : public Platform {
     inner_.PumpingWaitStarted(seconds);
   }
   void PumpingWaitEnded() override { inner_.PumpingWaitEnded(); }
+  void Randomize() override { inner_.Randomize(); }
   float Random() override { return inner_.Random(); }
   void AttachTimer(Timer& timer) override { inner_.AttachTimer(timer); }
   void DetachTimer(Timer& timer) override { inner_.DetachTimer(timer); }

@@ -51,6 +51,10 @@ void ConsolePlatform::PumpEvents() {
   if (waitMs > 0) std::this_thread::sleep_for(std::chrono::milliseconds(waitMs));
 }
 
+void ConsolePlatform::Randomize() {
+  random_.seed(static_cast<std::mt19937::result_type>(SecondsSinceMidnight() * 1000.0F));
+}
+
 float ConsolePlatform::Random() {
   return UnitRandom(std::uniform_int_distribution<std::uint32_t>(0, kUnitRandomSteps - 1)(random_));
 }

@@ -27,6 +27,7 @@ class ConsolePlatform : public Platform {
   // Runs the ticks that are due, then waits for the next one, but never longer than about a
   // millisecond: the panels' busy waits pump in a loop, and must not spin a core doing it.
   void PumpEvents() override;
+  void Randomize() override;
   float Random() override;
   void AttachTimer(Timer& timer) override;
   void DetachTimer(Timer& timer) override;

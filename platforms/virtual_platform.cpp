@@ -37,6 +37,10 @@ void VirtualPlatform::PumpingWaitEnded() {
   Tell({.kind = PlatformActivity::Kind::PumpingWaitEnded});
 }
 
+void VirtualPlatform::Randomize() {
+  random_.seed(static_cast<std::minstd_rand::result_type>(clock_.TimeOfDayMs()));
+}
+
 float VirtualPlatform::Random() {
   return std::uniform_real_distribution<float>(0.0F, 1.0F)(random_);
 }

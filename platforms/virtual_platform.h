@@ -41,6 +41,7 @@ class VirtualPlatform : public Platform {
   void PumpEvents() override;
   void PumpingWaitStarted(float seconds) override;
   void PumpingWaitEnded() override;
+  void Randomize() override;
   float Random() override;
   void AttachTimer(Timer& timer) override;
   void DetachTimer(Timer& timer) override;

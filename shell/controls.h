@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,28 @@ struct Control {
   int Width = 0;
   int Height = 0;
   std::string ToolTipText;
+  // Colours as 0xRRGGBB; no BackColor leaves the view's own.
+  std::uint32_t ForeColor = 0x000000;
+  std::optional<std::uint32_t> BackColor;
+  // An empty name or a size of 0 leaves the view's own.
+  std::string FontName;
+  float FontSize = 0;
+  bool FontBold = false;
 };
+
+enum class TextAlignment { Left, Right, Centre };
 
 struct Label : Control {
   std::string Caption;
+  TextAlignment Alignment = TextAlignment::Left;
+};
+
+// A rule drawn from (X1, Y1) to (X2, Y2).
+struct Line : Control {
+  int X1 = 0;
+  int Y1 = 0;
+  int X2 = 0;
+  int Y2 = 0;
 };
 
 struct Frame : Control {
@@ -51,7 +70,6 @@ struct TextBox : Control {
   int MaxLength = 0;    // 0: no limit
   int SelStart = 0;
   int SelLength = 0;
-  std::uint32_t ForeColor = 0x000000;  // 0xRRGGBB
 };
 
 // Picture frames and images: only whether they show.

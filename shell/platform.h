@@ -30,6 +30,8 @@ class Platform {
   // the events they pump.
   virtual void PumpingWaitStarted(float /*seconds*/) {}
   virtual void PumpingWaitEnded() {}
+  // Seeds the pseudo-random generator afresh from the clock.
+  virtual void Randomize() = 0;
   // The next pseudo-random number in [0, 1).
   virtual float Random() = 0;
 

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QMessageBox>
-#include <QRandomGenerator>
 #include <QThread>
 #include <QTime>
 #include <QTimer>
@@ -59,8 +58,12 @@ void QtPlatform::PumpEvents() {
   Refresh();
 }
 
+void QtPlatform::Randomize() {
+  random_.seed(static_cast<quint32>(QTime::currentTime().msecsSinceStartOfDay()));
+}
+
 float QtPlatform::Random() {
-  return UnitRandom(QRandomGenerator::global()->bounded(kUnitRandomSteps));
+  return UnitRandom(random_.bounded(kUnitRandomSteps));
 }
 
 void QtPlatform::AttachTimer(Timer& timer) {

@@ -2,6 +2,7 @@
 // The platform of the panels inside a Qt application: message boxes, waits that keep the window
 // alive without burning a core, and one QTimer behind each of the panels' timers.
 
+#include <QRandomGenerator>
 #include <functional>
 #include <iosfwd>
 #include <map>
@@ -25,6 +26,7 @@ class QtPlatform : public Platform {
   void Sleep(std::int32_t milliseconds) override;
   float SecondsSinceMidnight() override;
   void PumpEvents() override;
+  void Randomize() override;
   float Random() override;
   void AttachTimer(Timer& timer) override;
   void DetachTimer(Timer& timer) override;
@@ -44,6 +46,7 @@ class QtPlatform : public Platform {
   bool unattended_ = false;
   std::function<void()> refresh_;
   std::map<Timer*, std::unique_ptr<QTimer>> timers_;
+  QRandomGenerator random_ = QRandomGenerator::securelySeeded();
 };
 
 }  // namespace ombrelay
