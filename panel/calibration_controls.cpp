@@ -17,6 +17,12 @@ void MakeReadOnly(TextBox& box) {
   box.Locked = true;
 }
 
+// A column heading, centred over the boxes under it.
+void MakeHeading(Label& heading, const char* caption) {
+  heading.Caption = caption;
+  heading.Alignment = TextAlignment::Centre;
+}
+
 }  // namespace
 
 CalibrationControls::CalibrationControls() {
@@ -43,8 +49,8 @@ CalibrationControls::CalibrationControls() {
     MakeEntry(txtVoltage[i], std::to_string(4000 * (i + 1)));
     MakeReadOnly(txtCalMeasVoltage[i]);
   }
-  lblVoltageEnteredHeading.Caption = "Enter actual voltage";
-  lblVoltageMeasuredHeading.Caption = "Measured voltage";
+  MakeHeading(lblVoltageEnteredHeading, "Enter actual voltage");
+  MakeHeading(lblVoltageMeasuredHeading, "Measured voltage");
   for (const int unit : {19, 22, 26})
     lblCalibration[unit].Caption = "mV";
   lblBatVoltage[4].Caption = "Battery Voltage";
@@ -65,8 +71,8 @@ CalibrationControls::CalibrationControls() {
   }
   for (Label& unit : lbldegCmeasured)
     unit.Caption = "degC";
-  lblTempEnteredHeading.Caption = "Enter actual temperature";
-  lblTempMeasuredHeading.Caption = "Measured temperature";
+  MakeHeading(lblTempEnteredHeading, "Enter actual temperature");
+  MakeHeading(lblTempMeasuredHeading, "Measured temperature");
 
   btnCalibrate.Caption = "Calibrate &Voltage and Temperature as indicated below";
   btnCalibrate.ToolTipText = "Enter measured values and check cal to perform.";
@@ -76,8 +82,8 @@ CalibrationControls::CalibrationControls() {
   MakeReadOnly(txtPackMeasured);
   MakeEntry(txtPackActualVoltage, "12000", 0);
   txtPackActualVoltage.ToolTipText = "Enter actual voltage.";
-  lblPackMeasuredHeading.Caption = "Measured voltage";
-  lblPackEnteredHeading.Caption = "Enter actual voltage";
+  MakeHeading(lblPackMeasuredHeading, "Measured voltage");
+  MakeHeading(lblPackEnteredHeading, "Enter actual voltage");
   btnPackVoltage.Caption = "&Calibrate Pack Voltage";
 
   btncalpage2.Caption = "Back to first page";
@@ -90,8 +96,8 @@ CalibrationControls::CalibrationControls() {
   frmCurrentCal.Caption = "Pack Current Calibration";
   MakeReadOnly(txtMeasuredCurrent);
   MakeEntry(txtActualCurrent, "-2000");
-  lblCurrentMeasuredHeading.Caption = "Measured current";
-  lblCurrentEnteredHeading.Caption = "Enter actual current ";
+  MakeHeading(lblCurrentMeasuredHeading, "Measured current");
+  MakeHeading(lblCurrentEnteredHeading, "Enter actual current ");
   lblCurrentCal.Caption =
       "Apply a 2 Ampere discharge load. Discharge current is a negative value.  Charge current is "
       "positive.   A voltage applied between Cell ground and Pack- will force current through "

@@ -34,7 +34,7 @@ using Handler = std::function<void()>;
 // Runs a handler as an event of the panel and brings the view up to date afterwards.
 using EventRunner = std::function<void(const Handler&)>;
 
-// Enabled, Visible and ToolTipText, the properties every control shares.
+// The properties every control shares: Enabled, Visible, ToolTipText, its colours and its font.
 void SyncControl(QWidget& widget, const Control& control);
 
 // A caption or text as a widget shows it; line breaks are CR LF in the controls.

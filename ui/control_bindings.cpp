@@ -10,6 +10,10 @@ void ControlBindings::Bind(QLabel& widget, const Label& control) {
   bindings_.push_back(std::make_unique<LabelBinder>(widget, control));
 }
 
+void ControlBindings::Bind(QFrame& widget, const Line& control) {
+  bindings_.push_back(std::make_unique<LineBinder>(widget, control));
+}
+
 void ControlBindings::Bind(QGroupBox& widget, const Frame& control) {
   bindings_.push_back(std::make_unique<FrameBinder>(widget, control));
 }
@@ -31,9 +35,18 @@ void ControlBindings::Bind(QCheckBox& widget, CheckBox& control, Handler click) 
       std::make_unique<CheckBoxBinder>(widget, control, Runner(), std::move(click)));
 }
 
+void ControlBindings::Bind(QRadioButton& widget, OptionButton& control, Handler click) {
+  bindings_.push_back(
+      std::make_unique<OptionButtonBinder>(widget, control, Runner(), std::move(click)));
+}
+
 void ControlBindings::Bind(QLineEdit& widget, TextBox& control, TextBoxHandlers handlers) {
   bindings_.push_back(
       std::make_unique<TextBoxBinder>(widget, control, Runner(), std::move(handlers)));
+}
+
+void ControlBindings::Bind(QPlainTextEdit& widget, TextBox& control) {
+  bindings_.push_back(std::make_unique<TextAreaBinder>(widget, control));
 }
 
 void ControlBindings::Bind(QTabBar& widget, TabStrip& control,

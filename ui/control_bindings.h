@@ -10,10 +10,13 @@
 #include "ui/input_binders.h"
 
 class QCheckBox;
+class QFrame;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
+class QPlainTextEdit;
 class QPushButton;
+class QRadioButton;
 class QTabBar;
 class QTableWidget;
 class QWidget;
@@ -26,6 +29,8 @@ struct CheckBox;
 struct Control;
 struct Frame;
 struct Label;
+struct Line;
+struct OptionButton;
 struct Picture;
 struct TabStrip;
 struct TextBox;
@@ -37,12 +42,15 @@ class ControlBindings {
   ControlBindings& operator=(const ControlBindings&) = delete;
 
   void Bind(QLabel& widget, const Label& control);
+  void Bind(QFrame& widget, const Line& control);
   void Bind(QGroupBox& widget, const Frame& control);
   void Bind(QWidget& widget, const Picture& control);
   void Bind(QTableWidget& widget, const Grid& control);
   void Bind(QPushButton& widget, const Button& control, Handler click = {});
   void Bind(QCheckBox& widget, CheckBox& control, Handler click = {});
+  void Bind(QRadioButton& widget, OptionButton& control, Handler click = {});
   void Bind(QLineEdit& widget, TextBox& control, TextBoxHandlers handlers = {});
+  void Bind(QPlainTextEdit& widget, TextBox& control);
   void Bind(QTabBar& widget, TabStrip& control,
             std::function<void(std::int16_t previousTab)> click = {});
   // Keeps the widget where the control's twips put it, besides what its Bind does.

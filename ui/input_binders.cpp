@@ -4,7 +4,9 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
 #include <algorithm>
@@ -37,10 +39,6 @@ class FocusOutWatch : public QObject {
   std::function<void()> onFocusOut_;
 };
 
-QColor ToQColor(std::uint32_t rgb) {
-  return QColor::fromRgb(static_cast<QRgb>(rgb));
-}
-
 }  // namespace
 
 ButtonBinder::ButtonBinder(QPushButton& widget, const Button& control, EventRunner run,
@@ -64,6 +62,29 @@ CheckBoxBinder::CheckBoxBinder(QCheckBox& widget, CheckBox& control, EventRunner
                      control_.Value = checked ? 1 : 0;
                      run(click);
                    });
+}
+
+OptionButtonBinder::OptionButtonBinder(QRadioButton& widget, OptionButton& control, EventRunner run,
+                                       Handler click)
+    : widget_(widget), control_(control) {
+  QObject::connect(&widget_, &QRadioButton::clicked, &receiver_,
+                   [this, run = std::move(run), click = std::move(click)] {
+                     control_.Value = true;
+                     run(click);
+                   });
+}
+
+void OptionButtonBinder::Refresh() {
+  SyncControl(widget_, control_);
+  const QString caption = DisplayText(control_.Caption);
+  if (widget_.text() != caption) widget_.setText(caption);
+  if (widget_.isChecked() == control_.Value) return;
+  // Which button of a group is on is the controls' to say: an auto-exclusive button would not
+  // let go of its check, and checking one here must not clear a sibling that is refreshed next.
+  const bool exclusive = widget_.autoExclusive();
+  widget_.setAutoExclusive(false);
+  widget_.setChecked(control_.Value);
+  widget_.setAutoExclusive(exclusive);
 }
 
 void CheckBoxBinder::Refresh() {
@@ -108,12 +129,6 @@ void TextBoxBinder::Refresh() {
   if (widget_.maxLength() != maxLength) widget_.setMaxLength(maxLength);
   if (widget_.text() != text) widget_.setText(text);
   if (widget_.isReadOnly() != control_.Locked) widget_.setReadOnly(control_.Locked);
-  const QColor color = ToQColor(control_.ForeColor);
-  if (widget_.palette().color(QPalette::Text) != color) {
-    QPalette palette = widget_.palette();
-    palette.setColor(QPalette::Text, color);
-    widget_.setPalette(palette);
-  }
   const int start = widget_.hasSelectedText() ? widget_.selectionStart() : widget_.cursorPosition();
   const int length = static_cast<int>(widget_.selectedText().size());
   if (start != control_.SelStart || length != control_.SelLength) {
@@ -139,6 +154,22 @@ void TextBoxBinder::Validate() {
     // Not from inside the focus change itself: Qt is still handing the focus over.
     QTimer::singleShot(0, &widget_, [widget = &widget_] { widget->setFocus(); });
   }
+}
+
+TextAreaBinder::TextAreaBinder(QPlainTextEdit& widget, TextBox& control)
+    : widget_(widget), control_(control) {
+  QObject::connect(&widget_, &QPlainTextEdit::textChanged, &receiver_, [this] {
+    if (!pushing_) control_.Text = widget_.toPlainText().toStdString();
+  });
+}
+
+void TextAreaBinder::Refresh() {
+  pushing_ = true;
+  SyncControl(widget_, control_);
+  const QString text = QString::fromStdString(control_.Text);
+  if (widget_.toPlainText() != text) widget_.setPlainText(text);
+  if (widget_.isReadOnly() != control_.Locked) widget_.setReadOnly(control_.Locked);
+  pushing_ = false;
 }
 
 TabStripBinder::TabStripBinder(QTabBar& widget, TabStrip& control, EventRunner run,

@@ -10,13 +10,16 @@
 
 class QCheckBox;
 class QLineEdit;
+class QPlainTextEdit;
 class QPushButton;
+class QRadioButton;
 class QTabBar;
 
 namespace ombrelay {
 
 struct Button;
 struct CheckBox;
+struct OptionButton;
 struct TabStrip;
 struct TextBox;
 
@@ -38,6 +41,18 @@ class CheckBoxBinder : public Binding {
  private:
   QCheckBox& widget_;
   CheckBox& control_;
+};
+
+// A click turns the button on in its control before the handler runs; the handler turns the
+// others of its group off.
+class OptionButtonBinder : public Binding {
+ public:
+  OptionButtonBinder(QRadioButton& widget, OptionButton& control, EventRunner run, Handler click);
+  void Refresh() override;
+
+ private:
+  QRadioButton& widget_;
+  OptionButton& control_;
 };
 
 struct TextBoxHandlers {
@@ -64,6 +79,19 @@ class TextBoxBinder : public Binding {
   TextBoxHandlers handlers_;
   std::unique_ptr<QObject> focusWatch_;
   bool pushing_ = false;  // set while Refresh changes the widget: its signals are not the user's
+};
+
+// A text box whose text wraps over several lines: for boxes with no MaxLength and no handlers,
+// whose selection the panel leaves alone. What the user types goes into the control.
+class TextAreaBinder : public Binding {
+ public:
+  TextAreaBinder(QPlainTextEdit& widget, TextBox& control);
+  void Refresh() override;
+
+ private:
+  QPlainTextEdit& widget_;
+  TextBox& control_;
+  bool pushing_ = false;
 };
 
 class TabStripBinder : public Binding {

@@ -1,11 +1,29 @@
 #include "ui/static_binders.h"
 
+#include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
+#include <algorithm>
+#include <cstdlib>
 
 #include "shell/controls.h"
 
 namespace ombrelay {
+namespace {
+
+Qt::Alignment ToQtAlignment(TextAlignment alignment) {
+  switch (alignment) {
+    case TextAlignment::Right:
+      return Qt::AlignRight;
+    case TextAlignment::Centre:
+      return Qt::AlignHCenter;
+    case TextAlignment::Left:
+      break;
+  }
+  return Qt::AlignLeft;
+}
+
+}  // namespace
 
 LabelBinder::LabelBinder(QLabel& widget, const Label& control)
     : widget_(widget), control_(control) {
@@ -17,6 +35,23 @@ void LabelBinder::Refresh() {
   SyncControl(widget_, control_);
   const QString caption = DisplayText(control_.Caption);
   if (widget_.text() != caption) widget_.setText(caption);
+  // Across is the control's to say, up and down the view's.
+  const Qt::Alignment alignment =
+      ToQtAlignment(control_.Alignment) | (widget_.alignment() & Qt::AlignVertical_Mask);
+  if (widget_.alignment() != alignment) widget_.setAlignment(alignment);
+}
+
+LineBinder::LineBinder(QFrame& widget, const Line& control) : widget_(widget), control_(control) {
+  widget_.setFrameStyle(QFrame::HLine | QFrame::Plain);
+  widget_.setLineWidth(1);
+}
+
+void LineBinder::Refresh() {
+  SyncControl(widget_, control_);
+  const int left = std::min(control_.X1, control_.X2);
+  const int width = std::abs(control_.X2 - control_.X1);
+  const QRect geometry(TwipsToPixels(left), TwipsToPixels(control_.Y1), TwipsToPixels(width), 1);
+  if (widget_.geometry() != geometry) widget_.setGeometry(geometry);
 }
 
 void FrameBinder::Refresh() {

@@ -1,9 +1,10 @@
 #pragma once
-// Binders of controls that the user only looks at: labels, frames, pictures, and the position
-// of the controls that the panel places by their twips.
+// Binders of controls that the user only looks at: labels, lines, frames, pictures, and the
+// position of the controls that the panel places by their twips.
 
 #include "ui/binding.h"
 
+class QFrame;
 class QGroupBox;
 class QLabel;
 
@@ -11,6 +12,7 @@ namespace ombrelay {
 
 struct Frame;
 struct Label;
+struct Line;
 struct Picture;
 
 class LabelBinder : public Binding {
@@ -21,6 +23,18 @@ class LabelBinder : public Binding {
  private:
   QLabel& widget_;
   const Label& control_;
+};
+
+// A rule one pixel high from X1 to X2 at Y1, in its parent's coordinates: the panels' lines are
+// all level.
+class LineBinder : public Binding {
+ public:
+  LineBinder(QFrame& widget, const Line& control);
+  void Refresh() override;
+
+ private:
+  QFrame& widget_;
+  const Line& control_;
 };
 
 class FrameBinder : public Binding {

@@ -5,18 +5,20 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 
+#include "ui/digit_boxes.h"
 #include "ui/done_mark.h"
 
 namespace ombrelay {
 namespace {
 
-// Every text box of the panels holds a number of a few digits.
+// A plain text box holds a number of a few digits; the hex boxes size themselves.
 constexpr int kTextBoxWidth = 56;
 
-template <typename Widget>
-Widget* Named(const QString& name) {
-  auto* widget = new Widget;
+template <typename Widget, typename... Arguments>
+Widget* Named(const QString& name, Arguments... arguments) {
+  auto* widget = new Widget(arguments...);
   widget->setObjectName(name);
   return widget;
 }
@@ -37,10 +39,16 @@ QLabel* WidgetFactory::MakeParagraph(const Label& control, const QString& name) 
 
 QLabel* WidgetFactory::MakeHeading(const Label& control, const QString& name) {
   QLabel* label = MakeParagraph(control, name);
-  label->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+  label->setAlignment(Qt::AlignBottom);
   // Grid layouts do not grow a row for a label that wraps: ask for both lines outright.
   label->setMinimumHeight(2 * label->fontMetrics().lineSpacing());
   return label;
+}
+
+QFrame* WidgetFactory::MakeLine(const Line& control, const QString& name, QWidget& parent) {
+  auto* line = Named<QFrame>(name, &parent);
+  bindings_.Bind(*line, control);
+  return line;
 }
 
 QGroupBox* WidgetFactory::MakeFrame(const Frame& control, const QString& name) {
@@ -61,12 +69,33 @@ QCheckBox* WidgetFactory::MakeCheckBox(CheckBox& control, const QString& name, H
   return box;
 }
 
+QRadioButton* WidgetFactory::MakeOptionButton(OptionButton& control, const QString& name,
+                                              Handler click) {
+  auto* button = Named<QRadioButton>(name);
+  bindings_.Bind(*button, control, std::move(click));
+  return button;
+}
+
 QLineEdit* WidgetFactory::MakeTextBox(TextBox& control, const QString& name,
                                       TextBoxHandlers handlers) {
   auto* box = Named<QLineEdit>(name);
   box->setFixedWidth(kTextBoxWidth);
   bindings_.Bind(*box, control, std::move(handlers));
   return box;
+}
+
+QLineEdit* WidgetFactory::MakeHexBox(TextBox& control, const QString& name, int digits,
+                                     TextBoxHandlers handlers) {
+  auto* box = Named<DigitLineEdit>(name, digits);
+  bindings_.Bind(*box, control, std::move(handlers));
+  return box;
+}
+
+QPlainTextEdit* WidgetFactory::MakeHexArea(TextBox& control, const QString& name, int digitsPerLine,
+                                           int lines) {
+  auto* area = Named<DigitTextArea>(name, digitsPerLine, lines);
+  bindings_.Bind(*area, control);
+  return area;
 }
 
 DoneMark* WidgetFactory::MakeDoneMark(const Picture& control, const QString& name) {

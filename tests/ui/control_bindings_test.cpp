@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QFontInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTableWidget>
 #include <QTest>
@@ -27,8 +30,9 @@ class ControlBindingsTest : public ::testing::Test {
     platform.SetUnattended(true);
     g_oPlatform = &platform;
     auto* layout = new QVBoxLayout(&window);
-    for (QWidget* widget : std::initializer_list<QWidget*>{&label, &frame, &picture, &button,
-                                                           &check, &edit, &tabs, &table})
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{&label, &frame, &picture, &button, &check, &edit, &area,
+                                         &tabs, &table, &options[0], &options[1]})
       layout->addWidget(widget);
   }
   ~ControlBindingsTest() override { ResetSharedState(); }
@@ -44,6 +48,8 @@ class ControlBindingsTest : public ::testing::Test {
   TextBox textControl;
   TabStrip tabControl;
   Grid gridControl;
+  std::array<OptionButton, 2> optionControls;
+  TextBox areaControl;
 
   // The widgets outlive the bindings, as in a panel.
   QWidget window;
@@ -53,8 +59,10 @@ class ControlBindingsTest : public ::testing::Test {
   QPushButton button{&window};
   QCheckBox check{&window};
   QLineEdit edit{&window};
+  QPlainTextEdit area{&window};
   QTabBar tabs{&window};
   QTableWidget table{&window};
+  std::array<QRadioButton, 2> options{{QRadioButton{&window}, QRadioButton{&window}}};
   ControlBindings bindings;
 };
 
@@ -71,6 +79,7 @@ TEST_F(ControlBindingsTest, RefreshShowsWhatTheControlsHoldSelectionIncluded) {
   textControl.Locked = true;
   textControl.MaxLength = 5;
   textControl.ForeColor = 0xFF0000;
+  areaControl.Text = "0123456789ABCDEF0123";
   tabControl.TabCaptions = {"Voltage and Temperature", "Current"};
   tabControl.Tab = 1;
   bindings.Bind(label, labelControl);
@@ -79,10 +88,12 @@ TEST_F(ControlBindingsTest, RefreshShowsWhatTheControlsHoldSelectionIncluded) {
   bindings.Bind(button, buttonControl);
   bindings.Bind(check, checkControl);
   bindings.Bind(edit, textControl);
+  bindings.Bind(area, areaControl);
   bindings.Bind(tabs, tabControl);
   window.show();
   bindings.Refresh();
 
+  EXPECT_EQ(area.toPlainText(), "0123456789ABCDEF0123");
   EXPECT_EQ(label.text(), "Voltage: Enter.\n\nTemperature:");
   EXPECT_EQ(frame.title(), "Pack Calibration");
   EXPECT_TRUE(picture.isHidden());
@@ -136,6 +147,7 @@ TEST_F(ControlBindingsTest, UserActionsReachTheControlBeforeItsHandler) {
   bindings.Bind(label, labelControl);
   bindings.Bind(check, checkControl, [&] { checkValuesSeen.push_back(checkControl.Value); });
   bindings.Bind(edit, textControl, {.change = [&] { textsSeen.push_back(textControl.Text); }});
+  bindings.Bind(area, areaControl);
   bindings.Bind(tabs, tabControl,
                 [&](std::int16_t previousTab) { tabsLeft.push_back(previousTab); });
   window.show();
@@ -152,6 +164,8 @@ TEST_F(ControlBindingsTest, UserActionsReachTheControlBeforeItsHandler) {
   QTest::keyClicks(&edit, "42");
   EXPECT_EQ(textsSeen, (std::vector<std::string>{"4", "42"}));
   EXPECT_EQ(textControl.SelStart, 2);
+  QTest::keyClicks(&area, "7E");
+  EXPECT_EQ(areaControl.Text, "7E");
 
   tabs.setCurrentIndex(1);
   EXPECT_EQ(tabControl.Tab, 1);
@@ -167,6 +181,67 @@ TEST_F(ControlBindingsTest, UserActionsReachTheControlBeforeItsHandler) {
   EXPECT_EQ(checkValuesSeen.size(), 2U);
   EXPECT_EQ(textsSeen.size(), 2U);
   EXPECT_EQ(tabsLeft.size(), 1U);
+}
+
+TEST_F(ControlBindingsTest, FontsColoursPlaceAndAlignmentComeFromTheControls) {
+  labelControl.FontName = "Courier";
+  labelControl.FontSize = 9.75F;
+  labelControl.FontBold = true;
+  labelControl.ForeColor = 0xFF0000;
+  labelControl.BackColor = 0xC0C0FF;
+  labelControl.Alignment = TextAlignment::Right;
+  label.setAlignment(Qt::AlignBottom);
+  QFont large = button.font();
+  large.setPointSize(15);
+  button.setFont(large);
+  Line lineControl;
+  lineControl.X1 = 360;
+  lineControl.X2 = 11160;
+  lineControl.Y1 = lineControl.Y2 = 1560;
+  QFrame line(&window);
+  bindings.Bind(label, labelControl);
+  bindings.Bind(button, buttonControl);
+  bindings.Bind(line, lineControl);
+  bindings.Refresh();
+
+  EXPECT_TRUE(QFontInfo(label.font()).fixedPitch()) << "Courier or a fixed-pitch stand-in";
+  EXPECT_EQ(label.font().pointSizeF(), 9.75);
+  EXPECT_TRUE(label.font().bold());
+  EXPECT_EQ(label.palette().color(QPalette::Active, QPalette::WindowText), QColor(0xFF, 0, 0));
+  EXPECT_NE(label.palette().color(QPalette::Disabled, QPalette::WindowText), QColor(0xFF, 0, 0))
+      << "a disabled control keeps the view's grey";
+  EXPECT_EQ(label.palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xFF));
+  EXPECT_TRUE(label.autoFillBackground());
+  EXPECT_EQ(label.alignment(), Qt::AlignRight | Qt::AlignBottom);
+  EXPECT_EQ(button.font().pointSize(), 15) << "no font in the control: the view's own";
+  EXPECT_FALSE(button.autoFillBackground()) << "no BackColor: the view's own";
+  EXPECT_EQ(line.geometry(), QRect(24, 104, 720, 1));
+}
+
+TEST_F(ControlBindingsTest, OptionButtonsFollowTheirControlsBothWays) {
+  std::vector<int> clicked;
+  for (int i = 0; i < 2; ++i) {
+    bindings.Bind(options[i], optionControls[i], [&, i] {
+      clicked.push_back(i);
+      optionControls[1 - i].Value = false;
+    });
+  }
+  optionControls[0].Value = true;
+  bindings.Refresh();
+  ASSERT_TRUE(options[0].isChecked());
+
+  options[1].click();
+  EXPECT_EQ(clicked, std::vector<int>{1});
+  EXPECT_TRUE(optionControls[1].Value);
+  EXPECT_FALSE(optionControls[0].Value);
+  EXPECT_FALSE(options[0].isChecked());
+
+  // The program may turn the whole group off, which the widgets alone would not allow.
+  optionControls[1].Value = false;
+  bindings.Refresh();
+  EXPECT_FALSE(options[0].isChecked() || options[1].isChecked());
+  EXPECT_TRUE(options[1].autoExclusive());
+  EXPECT_EQ(clicked.size(), 1U);
 }
 
 TEST_F(ControlBindingsTest, RunTimeErrorInHandlerBecomesErrorBox) {
