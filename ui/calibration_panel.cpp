@@ -4,10 +4,8 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QShowEvent>
 #include <QTabBar>
 #include <QTableWidget>
-#include <QTimer>
 
 #include "ui/calibration_pages.h"
 #include "ui/widget_factory.h"
@@ -34,7 +32,7 @@ constexpr int kStatusLineHeight = 750;
 }  // namespace
 
 CalibrationPanel::CalibrationPanel(Host& host, Platform& platform, QWidget* parent)
-    : QWidget(parent), nbcal_(host, platform) {
+    : PanelWidget(parent), nbcal_(host, platform) {
   WidgetFactory make(bindings_);
   MakeTabStrip();
   const std::array<QWidget*, 2> pages = {MakeVoltageTemperaturePage(nbcal_, make),
@@ -100,19 +98,6 @@ void CalibrationPanel::MakeStatusLine() {
   row->addWidget(make.MakeCheckBox(nbcal_.chkUpdates, "chkUpdates"));
   row->addStretch();
   row->addWidget(make.MakeLabel(nbcal_.txtVersion, "txtVersion"));
-}
-
-void CalibrationPanel::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
-  // A window coming back from the task bar is not the panel being shown anew.
-  if (event->spontaneous()) return;
-  // Let the window appear before start-up talks to the gauge and shows its boxes.
-  QTimer::singleShot(0, this, &CalibrationPanel::RunStartup);
-}
-
-void CalibrationPanel::RunStartup() {
-  bindings_.Run([this] { nbcal_.UserControl_Show(); });
-  emit startupFinished();
 }
 
 void CalibrationPanel::FocusChanged(QWidget* now) {

@@ -3,17 +3,15 @@
 // the two pages and the grids stand where the controls' twips put them, and every user action
 // goes to NBCal's handlers. Start-up runs each time the panel is shown.
 
-#include <QWidget>
-
 #include "panel/nbcal.h"
-#include "ui/control_bindings.h"
+#include "ui/panel_widget.h"
 
 namespace ombrelay {
 
 class Host;
 class Platform;
 
-class CalibrationPanel : public QWidget {
+class CalibrationPanel : public PanelWidget {
   Q_OBJECT
 
  public:
@@ -24,26 +22,16 @@ class CalibrationPanel : public QWidget {
   // The control behind the view: the host reaches its members, such as Caption and
   // TargetAddress, here.
   NBCal& Control() { return nbcal_; }
-  // Brings every widget up to date with its control.
-  void Refresh() { bindings_.Refresh(); }
-
- signals:
-  // NBCal's start-up after a show has run to its end, whichever way it ended.
-  void startupFinished();
-
- protected:
-  void showEvent(QShowEvent* event) override;
 
  private:
+  void Startup() override { nbcal_.UserControl_Show(); }
   void MakeTabStrip();
   // A grid and its heading, first at top twips, until start-up places them.
   void MakeGrid(Label& heading, const char* headingName, Grid& grid, const char* gridName, int top);
   void MakeStatusLine();
-  void RunStartup();
   void FocusChanged(QWidget* now);
 
   NBCal nbcal_;
-  ControlBindings bindings_;
   bool focusInside_ = false;
 };
 
