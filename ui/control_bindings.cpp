@@ -59,6 +59,10 @@ void ControlBindings::Place(QWidget& widget, const Control& control) {
   bindings_.push_back(std::make_unique<PlacementBinder>(widget, control));
 }
 
+void ControlBindings::Add(std::unique_ptr<Binding> binding) {
+  bindings_.push_back(std::move(binding));
+}
+
 void ControlBindings::Refresh() {
   for (const auto& binding : bindings_)
     binding->Refresh();

@@ -55,6 +55,8 @@ class ControlBindings {
             std::function<void(std::int16_t previousTab)> click = {});
   // Keeps the widget where the control's twips put it, besides what its Bind does.
   void Place(QWidget& widget, const Control& control);
+  // A binding of the view's own, such as a form's window, refreshed with the rest.
+  void Add(std::unique_ptr<Binding> binding);
 
   // Pushes every control's state into its widget.
   void Refresh();
