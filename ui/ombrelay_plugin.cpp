@@ -5,6 +5,8 @@
 #include "shell/shared_state.h"
 #include "ui/calibration_panel.h"
 #include "ui/plugin_folder.h"
+#include "ui/security_panel.h"
+#include "ui/sha1_calc_dialog.h"
 
 namespace ombrelay {
 
@@ -24,16 +26,30 @@ void OmbrelayPlugin::SetUnattended(bool unattended) {
 }
 
 QWidget* OmbrelayPlugin::CreateCalibrationPanel(Host& host, QWidget* parent) {
-  auto* panel = new CalibrationPanel(host, platform_, parent);
-  std::erase_if(panels_, [](const QPointer<CalibrationPanel>& known) { return known.isNull(); });
-  panels_.emplace_back(panel);
-  return panel;
+  return Keep(new CalibrationPanel(host, platform_, parent));
+}
+
+QWidget* OmbrelayPlugin::CreateSecurityPanel(Host& host, QWidget* parent) {
+  return Keep(new SecurityPanel(host, platform_, parent));
 }
 
 void OmbrelayPlugin::OnStartupFinished(QWidget* panel, std::function<void()> callback) {
-  auto* calibration = qobject_cast<CalibrationPanel*>(panel);
-  if (calibration == nullptr) return;
-  connect(calibration, &CalibrationPanel::startupFinished, calibration, std::move(callback));
+  auto* ours = qobject_cast<PanelWidget*>(panel);
+  if (ours == nullptr) return;
+  connect(ours, &PanelWidget::startupFinished, ours, std::move(callback));
+}
+
+QWidget* OmbrelayPlugin::ShowCalculator(QWidget* parent) {
+  auto* calculator = new Sha1CalcDialog(parent);
+  calculator->setAttribute(Qt::WA_DeleteOnClose);
+  calculator->show();
+  return calculator;
+}
+
+QWidget* OmbrelayPlugin::Keep(PanelWidget* panel) {
+  std::erase_if(panels_, [](const QPointer<PanelWidget>& known) { return known.isNull(); });
+  panels_.emplace_back(panel);
+  return panel;
 }
 
 void OmbrelayPlugin::RefreshPanels() {

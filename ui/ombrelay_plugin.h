@@ -11,7 +11,7 @@
 
 namespace ombrelay {
 
-class CalibrationPanel;
+class PanelWidget;
 
 class OmbrelayPlugin : public QObject, public PanelPlugin {
   Q_OBJECT
@@ -24,13 +24,17 @@ class OmbrelayPlugin : public QObject, public PanelPlugin {
 
   void SetUnattended(bool unattended) override;
   QWidget* CreateCalibrationPanel(Host& host, QWidget* parent) override;
+  QWidget* CreateSecurityPanel(Host& host, QWidget* parent) override;
   void OnStartupFinished(QWidget* panel, std::function<void()> callback) override;
+  QWidget* ShowCalculator(QWidget* parent) override;
 
  private:
+  // Keeps panel among those that a wait or a timer tick brings up to date.
+  QWidget* Keep(PanelWidget* panel);
   void RefreshPanels();
 
   QtPlatform platform_;
-  std::vector<QPointer<CalibrationPanel>> panels_;
+  std::vector<QPointer<PanelWidget>> panels_;
 };
 
 }  // namespace ombrelay

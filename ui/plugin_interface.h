@@ -23,11 +23,18 @@ class PanelPlugin {
   // panel is shown.
   virtual QWidget* CreateCalibrationPanel(Host& host, QWidget* parent) = 0;
 
-  // Calls back each time a start-up of panel, made by CreateCalibrationPanel, has finished.
+  // The security panel, a child of parent, likewise.
+  virtual QWidget* CreateSecurityPanel(Host& host, QWidget* parent) = 0;
+
+  // Calls back each time a start-up of panel, made by either Create call, has finished.
   virtual void OnStartupFinished(QWidget* panel, std::function<void()> callback) = 0;
+
+  // Opens the SHA-1 calculator, a window of its own over parent that needs no gauge, and gives
+  // it back. It deletes itself when closed.
+  virtual QWidget* ShowCalculator(QWidget* parent) = 0;
 };
 
 }  // namespace ombrelay
 
-#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/1.0"
+#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/2.0"
 Q_DECLARE_INTERFACE(ombrelay::PanelPlugin, OMBRELAY_PANEL_PLUGIN_IID)
