@@ -5,12 +5,23 @@
 #include <iostream>
 
 namespace ombrelay {
+namespace {
+
+// A tab index the panels have: neither has more than three.
+constexpr int kLastTab = 2;
+
+void Refuse(const char* why) {
+  std::cerr << "ombrelay-bench: " << why << '\n';
+}
+
+}  // namespace
 
 std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
   QCommandLineParser parser;
   parser.setApplicationDescription(
-      "A bench for the Ombrelay panels: a simulated gauge on the bus, the calibration panel "
-      "from the plug-in, and a log of every bus operation.");
+      "A bench for the Ombrelay panels: a simulated gauge on the bus, the calibration and "
+      "security panels from the plug-in, each in a tab, and a log of every bus operation. "
+      "Tools > SHA-1 Calculator opens the plug-in's calculator.");
   parser.addHelpOption();
   parser.addVersionOption();
   const QCommandLineOption sim("sim", "Simulated gauge: keld, quill, morlin or keld_plus.",
@@ -20,19 +31,30 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
                                   "DIR", QCoreApplication::applicationDirPath());
   const QCommandLineOption busLog("bus-log", "Also write the bus log to FILE, as JSON Lines.",
                                   "FILE");
+  const QCommandLineOption panel("panel", "The panel shown first: calibration or security.",
+                                 "PANEL", "calibration");
+  const QCommandLineOption sealed("sealed", "Start the simulated gauges Sealed.");
   const QCommandLineOption screenshot(
       "screenshot",
       "Run unattended: answer every message box at once, writing it to standard error, and "
-      "once start-up has finished save the window to FILE as PNG and exit.",
+      "once the first panel's start-up has finished save the window to FILE as PNG and exit.",
       "FILE");
   const QCommandLineOption calibrate(
       "calibrate",
-      "With --screenshot: once start-up has finished, type what the bench applies into the "
-      "voltage and temperature page, press its calibration button, and take the screenshot "
-      "afterwards.");
-  parser.addOptions({sim, appDir, busLog, screenshot, calibrate});
+      "With --screenshot and the calibration panel: once start-up has finished, type what the "
+      "bench applies into the voltage and temperature page, press its calibration button, and "
+      "take the screenshot afterwards.");
+  const QCommandLineOption tab(
+      "tab", "With --screenshot: once start-up has finished, click tab N (from 0) of the panel.",
+      "N");
+  const QCommandLineOption calculator(
+      "calculator",
+      "With --screenshot: once start-up has finished, open the SHA-1 calculator and save it "
+      "instead of the window.");
+  parser.addOptions({sim, appDir, busLog, panel, sealed, screenshot, calibrate, tab, calculator});
   parser.process(app);
 
+  BenchOptions options;
   const QString familyName = parser.value(sim);
   const std::optional<sim::Family> family = sim::FamilyFromName(familyName.toStdString());
   if (!family) {
@@ -40,12 +62,39 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
               << "\"; choose keld, quill, morlin or keld_plus\n";
     return std::nullopt;
   }
-  if (parser.isSet(calibrate) && !parser.isSet(screenshot)) {
-    std::cerr << "ombrelay-bench: --calibrate goes with --screenshot\n";
+  options.family = *family;
+  const QString panelName = parser.value(panel);
+  if (panelName == "security") {
+    options.panel = BenchPanel::Security;
+  } else if (panelName != "calibration") {
+    Refuse("--panel is calibration or security");
     return std::nullopt;
   }
-  return BenchOptions{*family, parser.value(appDir), parser.value(busLog), parser.value(screenshot),
-                      parser.isSet(calibrate)};
+  if (parser.isSet(tab)) {
+    bool number = false;
+    const int index = parser.value(tab).toInt(&number);
+    if (!number || index < 0 || index > kLastTab) {
+      Refuse("--tab is 0, 1 or 2");
+      return std::nullopt;
+    }
+    options.tab = index;
+  }
+  const bool unattended = parser.isSet(screenshot);
+  if (!unattended && (parser.isSet(calibrate) || parser.isSet(tab) || parser.isSet(calculator))) {
+    Refuse("--calibrate, --tab and --calculator go with --screenshot");
+    return std::nullopt;
+  }
+  if (parser.isSet(calibrate) && options.panel != BenchPanel::Calibration) {
+    Refuse("--calibrate goes with the calibration panel");
+    return std::nullopt;
+  }
+  options.appDir = parser.value(appDir);
+  options.busLog = parser.value(busLog);
+  options.screenshot = parser.value(screenshot);
+  options.calibrate = parser.isSet(calibrate);
+  options.sealed = parser.isSet(sealed);
+  options.calculator = parser.isSet(calculator);
+  return options;
 }
 
 }  // namespace ombrelay

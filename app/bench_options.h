@@ -10,12 +10,18 @@ class QCoreApplication;
 
 namespace ombrelay {
 
+enum class BenchPanel { Calibration, Security };
+
 struct BenchOptions {
   sim::Family family = sim::Family::Morlin;
-  QString appDir;          // holds plugins/libombrelay.so
-  QString busLog;          // empty: no log file
-  QString screenshot;      // empty: an ordinary interactive run
-  bool calibrate = false;  // with a screenshot: calibrate before it is taken
+  QString appDir;                              // holds plugins/libombrelay.so
+  QString busLog;                              // empty: no log file
+  QString screenshot;                          // empty: an ordinary interactive run
+  bool calibrate = false;                      // with a screenshot: calibrate before it is taken
+  BenchPanel panel = BenchPanel::Calibration;  // the panel shown first
+  bool sealed = false;                         // the simulated gauges start Sealed
+  std::optional<int> tab;   // with a screenshot: the shown panel's tab chosen before it is taken
+  bool calculator = false;  // with a screenshot: of the calculator, opened after start-up
 };
 
 // Exit statuses of the bench.

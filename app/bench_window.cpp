@@ -4,10 +4,13 @@
 #include <QDockWidget>
 #include <QFontDatabase>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 #include <QToolBar>
 #include <nlohmann/json.hpp>
 
+#include "app/bench_options.h"
 #include "app/bench_sources_dock.h"
 #include "sim/sample_gauges.h"
 #include "ui/plugin_interface.h"
@@ -27,20 +30,43 @@ std::size_t IndexOf(sim::Family family) {
 
 }  // namespace
 
-BenchWindow::BenchWindow(PanelPlugin& plugin, sim::Family family)
+BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
     : simHost_(clock_), host_(simHost_, [this] { return clock_.NowMs(); }) {
-  for (const sim::Family each : kFamilies)
+  for (const sim::Family each : kFamilies) {
     gauges_[IndexOf(each)] = sim::MakeSampleGauge(each, clock_);
-  simHost_.Attach(gauges_[IndexOf(family)].get());
+    if (options.sealed) gauges_[IndexOf(each)]->SetSecurityMode(sim::SecurityMode::Sealed);
+  }
+  simHost_.Attach(gauges_[IndexOf(options.family)].get());
 
-  MakeGaugeChoice(family);
-  MakeSources(family);
+  MakeGaugeChoice(options.family);
+  MakeSources(options.family);
   MakeBusLog();
-  panel_ = plugin.CreateCalibrationPanel(host_, this);
-  setCentralWidget(panel_);
-  // No other gauge while a start-up is talking to this one.
+  MakePanels(plugin, options);
+  MakeToolsMenu(plugin);
+}
+
+void BenchWindow::MakePanels(PanelPlugin& plugin, const BenchOptions& options) {
+  panels_ = new QTabWidget(this);
+  panels_->setObjectName("panels");
+  panels_->setDocumentMode(true);
+  panels_->addTab(plugin.CreateCalibrationPanel(host_, panels_), "Calibration");
+  panels_->addTab(plugin.CreateSecurityPanel(host_, panels_), "Security");
+  panels_->setCurrentIndex(options.panel == BenchPanel::Security ? 1 : 0);
+  setCentralWidget(panels_);
+  // No other gauge while a start-up is talking to this one: each show of a panel starts one.
   gaugeChoice_->setEnabled(false);
-  plugin.OnStartupFinished(panel_, [this] { gaugeChoice_->setEnabled(true); });
+  connect(panels_, &QTabWidget::currentChanged, this, [this] { gaugeChoice_->setEnabled(false); });
+  for (int i = 0; i < panels_->count(); ++i)
+    plugin.OnStartupFinished(panels_->widget(i), [this] { gaugeChoice_->setEnabled(true); });
+}
+
+void BenchWindow::MakeToolsMenu(PanelPlugin& plugin) {
+  QMenu* tools = menuBar()->addMenu("&Tools");
+  tools->addAction("SHA-1 &Calculator…", this, [this, &plugin] { plugin.ShowCalculator(this); });
+}
+
+QWidget& BenchWindow::ShownPanel() const {
+  return *panels_->currentWidget();
 }
 
 void BenchWindow::MakeGaugeChoice(sim::Family family) {
@@ -96,8 +122,8 @@ void BenchWindow::Attach(sim::Family family) {
   gaugeChoice_->setEnabled(false);
   simHost_.Attach(gauges_[IndexOf(family)].get());
   sources_->SetGauge(*gauges_[IndexOf(family)]);
-  panel_->hide();
-  panel_->show();
+  ShownPanel().hide();
+  ShownPanel().show();
 }
 
 }  // namespace ombrelay

@@ -1,6 +1,7 @@
-// ombrelay-bench: the calibration panel on a simulated gauge.
+// ombrelay-bench: the plug-in's panels on a simulated gauge.
 
 #include <QApplication>
+#include <QTabBar>
 #include <QTimer>
 #include <iostream>
 #include <memory>
@@ -28,24 +29,34 @@ void SaveScreenshot(QWidget& window, const QString& file) {
   }
 }
 
-// Saves the window once its first start-up has finished, after a calibration when asked, and
-// ends the run with the outcome.
-void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, ombrelay::BenchWindow& window,
-                                QWidget& panel, const ombrelay::BenchOptions& options) {
+// Saves what the options ask for once start-up has settled into the widgets.
+void SaveWhenSettled(ombrelay::PanelPlugin& plugin, ombrelay::BenchWindow& window,
+                     const ombrelay::BenchOptions& options) {
+  if (options.tab) {
+    // As a click would: the panel hears of the tab it left.
+    if (auto* tabs = window.ShownPanel().findChild<QTabBar*>()) tabs->setCurrentIndex(*options.tab);
+  }
+  QWidget* shown = options.calculator ? plugin.ShowCalculator(&window) : &window;
   const QString file = options.screenshot;
-  const bool calibrate = options.calibrate;
+  QTimer::singleShot(0, shown, [shown, file] { SaveScreenshot(*shown, file); });
+}
+
+// Saves the window once the first panel's start-up has finished, after a calibration when
+// asked, and ends the run with the outcome.
+void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, ombrelay::BenchWindow& window,
+                                const ombrelay::BenchOptions& options) {
+  QWidget& panel = window.ShownPanel();
   plugin.OnStartupFinished(
-      &panel, [&window, &panel, file, calibrate, taken = std::make_shared<bool>(false)] {
+      &panel, [&plugin, &window, &panel, options, taken = std::make_shared<bool>(false)] {
         if (std::exchange(*taken, true)) return;
-        if (!calibrate) {
-          // Let the layouts settle on what start-up has put into the widgets.
-          QTimer::singleShot(0, &window, [&window, file] { SaveScreenshot(window, file); });
+        if (!options.calibrate) {
+          SaveWhenSettled(plugin, window, options);
           return;
         }
         ombrelay::StartContinuousUpdates(panel);
-        QTimer::singleShot(kAfterOneScanMs, &window, [&window, &panel, file] {
+        QTimer::singleShot(kAfterOneScanMs, &window, [&plugin, &window, &panel, options] {
           ombrelay::CalibrateAsTheBenchApplies(panel, window.Applied());
-          QTimer::singleShot(0, &window, [&window, file] { SaveScreenshot(window, file); });
+          SaveWhenSettled(plugin, window, options);
         });
       });
 }
@@ -70,14 +81,14 @@ int main(int argc, char* argv[]) {
   const bool screenshot = !options->screenshot.isEmpty();
   plugin->SetUnattended(screenshot);
 
-  ombrelay::BenchWindow window(*plugin, options->family);
+  ombrelay::BenchWindow window(*plugin, *options);
   if (!options->busLog.isEmpty() && !window.Bus().OpenLog(options->busLog.toStdString())) {
     std::cerr << "ombrelay-bench: cannot open the bus log " << options->busLog.toStdString()
               << '\n';
     return kExitFailure;
   }
   if (screenshot) {
-    TakeScreenshotAfterStartup(*plugin, window, *window.centralWidget(), *options);
+    TakeScreenshotAfterStartup(*plugin, window, *options);
   }
   window.show();
   return QApplication::exec();

@@ -1,7 +1,11 @@
 # Runs the bench unattended on a simulated MORLIN and checks that it leaves a PNG screenshot.
-# Arguments: BENCH, the bench executable; SCREENSHOT, the file to write.
+# Arguments: BENCH, the bench executable; SCREENSHOT, the file to write; PANEL, the panel shown
+# (calibration when not given).
+if(NOT DEFINED PANEL)
+  set(PANEL calibration)
+endif()
 file(REMOVE ${SCREENSHOT})
-execute_process(COMMAND ${BENCH} --sim morlin --screenshot ${SCREENSHOT}
+execute_process(COMMAND ${BENCH} --sim morlin --panel ${PANEL} --screenshot ${SCREENSHOT}
                 RESULT_VARIABLE status)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "ombrelay-bench exited with ${status}")
