@@ -39,7 +39,7 @@ void Handshake(SecurityBench& bench, std::int16_t option, const std::string& tra
                const char* word) {
   bench.sim.Restart();
   bench.Go(option);
-  const std::vector<std::uint8_t> challenge = bench.LastChallenge();
+  const std::vector<std::uint8_t> challenge = bench.Challenge();
   EXPECT_TRUE(MatchesTrace(
       bench.Trace(), trace,
       {{"word", word}, {"digest", BusDigest(bench.panel.txtUnsealKey.Text, challenge)}}));
@@ -155,12 +155,12 @@ const KeySlot kSlots[] = {
 // Changes the key of slot to kOtherKey; in Full Access the gauge takes it, elsewhere not.
 void ChangeKey(SecurityBench& bench, const KeySlot& slot, bool taken) {
   bench.sim.Restart();
-  bench.panel.*slot.newKey.Text = kOtherKey;
+  (bench.panel.*slot.newKey).Text = kOtherKey;
   (bench.panel.*slot.click)();
-  const std::vector<std::uint8_t> challenge = bench.LastChallenge();
+  const std::vector<std::uint8_t> challenge = bench.Challenge();
   const auto p2 = ExpectedDigest(taken ? kOtherKey : AuthMorlin::kDefaultKey, Displayed(challenge));
-  const std::string keyOnBus =
-      TurnedHexOf({testing::KeyBytes(kOtherKey).begin(), testing::KeyBytes(kOtherKey).end()});
+  const auto newKey = testing::KeyBytes(kOtherKey);
+  const std::string keyOnBus = TurnedHexOf({newKey.begin(), newKey.end()});
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "security/change-key",
                            {{"word", slot.word},
                             {"progress", slot.progress},

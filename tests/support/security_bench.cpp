@@ -87,13 +87,12 @@ void SecurityBench::Go(std::int16_t option) {
   panel.btnGo_Click();
 }
 
-std::vector<std::uint8_t> SecurityBench::LastChallenge() const {
+std::vector<std::uint8_t> SecurityBench::Challenge() const {
   const auto& operations = sim.host.Operations();
-  const auto read =
-      std::find_if(operations.rbegin(), operations.rend(), [](const BusOperation& op) {
-        return op.op == "ReadSMBusBlock_" && op.cmd == kAuthenticationCommand && op.status == 0;
-      });
-  if (read == operations.rend()) return {};
+  const auto read = std::find_if(operations.begin(), operations.end(), [](const BusOperation& op) {
+    return op.op == "ReadSMBusBlock_" && op.cmd == kAuthenticationCommand && op.status == 0;
+  });
+  if (read == operations.end()) return {};
   return {read->data.begin(), read->data.begin() + std::min<std::size_t>(read->data.size(), 20)};
 }
 

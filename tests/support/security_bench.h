@@ -35,8 +35,9 @@ struct SecurityBench {
   std::vector<std::string> Trace() { return sim.trace.Lines(); }
   // Selects the option of btnGo and clicks it.
   void Go(std::int16_t option);
-  // The challenge the gauge last gave on the authentication command, as the bus carried it.
-  std::vector<std::uint8_t> LastChallenge() const;
+  // The challenge the gauge gave on the authentication command since the last restart, as the
+  // bus carried it: the first block read there.
+  std::vector<std::uint8_t> Challenge() const;
 
   SimBench sim;
   AuthMorlin panel;
