@@ -1,12 +1,12 @@
 #include "tests/support/security_bench.h"
 
 #include <gtest/gtest.h>
-#include <openssl/sha.h>
 
 #include <algorithm>
 
 #include "shell/numeric.h"
 #include "shell/utils.h"
+#include "sim/challenge_digest.h"
 
 namespace ombrelay::testing {
 namespace {
@@ -20,12 +20,6 @@ std::string OnOff(bool on) {
 std::string Status(const char* name, const Label& label) {
   return std::string(name) + " \"" + label.Caption + "\"" +
          (label.ForeColor == 0xFF0000 ? " red" : "");
-}
-
-std::array<std::uint8_t, 20> Sha1(const std::array<std::uint8_t, 36>& bytes) {
-  std::array<std::uint8_t, 20> digest{};
-  SHA1(bytes.data(), bytes.size(), digest.data());
-  return digest;
 }
 
 }  // namespace
@@ -49,13 +43,7 @@ std::array<std::uint8_t, 16> KeyBytes(const std::string& key) {
 
 std::array<std::uint8_t, 20> ExpectedDigest(const std::string& key,
                                             const std::array<std::uint8_t, 20>& challenge) {
-  const std::array<std::uint8_t, 16> k = KeyBytes(key);
-  std::array<std::uint8_t, 36> pass{};
-  std::copy(k.begin(), k.end(), pass.begin());
-  std::copy(challenge.begin(), challenge.end(), pass.begin() + 16);
-  const std::array<std::uint8_t, 20> first = Sha1(pass);
-  std::copy(first.begin(), first.end(), pass.begin() + 16);
-  return Sha1(pass);
+  return sim::ChallengeDigest(KeyBytes(key), challenge);
 }
 
 std::string HexOf(const std::vector<std::uint8_t>& bytes) {

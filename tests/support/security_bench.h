@@ -19,8 +19,8 @@ FlowTrace::Probe SecurityProbe(const AuthMorlin& panel);
 
 // The 16 bytes of a key text, in text order.
 std::array<std::uint8_t, 16> KeyBytes(const std::string& key);
-// The keyed digest of a challenge, composed here from two passes of plain SHA-1 over exactly
-// 36 bytes each: the panel's own arithmetic is not used.
+// The keyed digest of a challenge as the gauge works it out, in display order: the panel's own
+// arithmetic is not used.
 std::array<std::uint8_t, 20> ExpectedDigest(const std::string& key,
                                             const std::array<std::uint8_t, 20>& challenge);
 // Upper-case hex, first byte first, or last byte first.
