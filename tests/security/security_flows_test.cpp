@@ -121,6 +121,11 @@ TEST(Security, AuthenticatesTheRightKeyAndNotAKeyOneDigitOff) {
   EXPECT_NE(bench.panel.txtPartDigest.Text, bench.panel.txtSHA1Result.Text);
   EXPECT_NE(bench.panel.txtAuthRandomNumber.Text, firstChallenge) << "a fresh challenge";
 
+  // Each byte is the generator's value times 255, rounded half to even: 64.5 gives 64.
+  bench.sim.platform.QueueRandom({4243649.0F / 16777216.0F, 0.999F, 0.0F});
+  Authenticate(bench, "\"Authentication Failed\" red");
+  EXPECT_EQ(bench.panel.txtAuthRandomNumber.Text.substr(0, 6), "40FF00");
+
   // Lower case is the same key to the digest; the box shows it as typed.
   bench.panel.txtAuthKey.Text = "7e1f00c2d94b36a8a8634bd9c2001fe7";
   Authenticate(bench, "\"Authentication Successful\"");
