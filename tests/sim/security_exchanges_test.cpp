@@ -64,18 +64,6 @@ class GaugeSecurity : public ::testing::Test {
   Gauge gauge{Family::Morlin, {}, clock};
 };
 
-TEST(GaugeKeys, EveryKeyStartsAsTheDefault) {
-  VirtualClock clock;
-  Gauge gauge(Family::Keld, {}, clock);
-  const SecurityKey expected = {0x7E, 0x1F, 0x00, 0xC2, 0xD9, 0x4B, 0x36, 0xA8,
-                                0xA8, 0x63, 0x4B, 0xD9, 0xC2, 0x00, 0x1F, 0xE7};
-  for (const GaugeKey key : {GaugeKey::Unseal, GaugeKey::FullAccess, GaugeKey::Authentication})
-    EXPECT_EQ(gauge.Key(key), expected);
-  gauge.SetSecurityMode(SecurityMode::Sealed);
-  Answer(gauge, Security::kUnsealWord, expected);
-  EXPECT_EQ(gauge.GetSecurityMode(), SecurityMode::Unsealed);
-}
-
 TEST_F(GaugeSecurity, SealFromAnyModeAndMoveOnlyUpWithTheRightDigest) {
   for (const SecurityMode mode : {SecurityMode::FullAccess, SecurityMode::Unsealed}) {
     gauge.SetSecurityMode(mode);
@@ -162,13 +150,6 @@ TEST_F(GaugeSecurity, OnlyFullAccessChangesAKeyAndTheAnswerShowsTheKeyHeld) {
     Answer(gauge, Security::kUnsealWord, held);
     EXPECT_EQ(gauge.GetSecurityMode(), SecurityMode::Unsealed);
   }
-  gauge.SetSecurityMode(SecurityMode::FullAccess);
-  for (const GaugeKey key : {GaugeKey::FullAccess, GaugeKey::Authentication}) {
-    Arm(gauge, Security::KeyChangeWord(key));
-    EXPECT_TRUE(gauge.WriteBlock(kShared, Reversed(kNewKey)));
-    EXPECT_EQ(gauge.Key(key), kNewKey);
-  }
-  EXPECT_EQ(gauge.Key(GaugeKey::Unseal), kNewKey) << "from the loop above, left alone";
 }
 
 // A transfer that fails never reaches the gauge, and a key of the wrong length is no key: the
