@@ -150,7 +150,8 @@ TEST(BtnGo, TellsEachFailureOfTheStatusAndTheSeal) {
     bench.sim.After(testing::OnWord(0x0054), 2,
                     [&] { bench.sim.gauge->FailNext(Transfer::WordWrite, 1); });
     bench.Go(kSeal);
-    EXPECT_EQ(bench.sim.MessageTexts(), std::vector<std::string>{"Unable to send seal command."});
+    EXPECT_EQ(testing::Boxes(bench.sim.platform),
+              (std::vector<Shown>{{"Unable to send seal command.", MessageStyle::Plain}}));
     EXPECT_EQ(bench.panel.lblSealStatus.Caption, "Unsealed") << "read again at the end";
   }
   {
@@ -161,7 +162,9 @@ TEST(BtnGo, TellsEachFailureOfTheStatusAndTheSeal) {
     bench.sim.After(testing::OnWord(0x0030), 1,
                     [&] { bench.sim.gauge->FailNext(Transfer::WordWrite, 1); });
     bench.Go(kSeal);
-    EXPECT_EQ(bench.sim.MessageTexts(), (std::vector<std::string>{kStatusNotSent, kStatusNotSent}));
+    EXPECT_EQ(testing::Boxes(bench.sim.platform),
+              (std::vector<Shown>{{kStatusNotSent, MessageStyle::Plain},
+                                  {kStatusNotSent, MessageStyle::Plain}}));
   }
   {
     // The gauge ignores the seal word while its status block still arrives: the check reads
