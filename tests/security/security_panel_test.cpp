@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "security/sha1_calc.h"
 #include "tests/support/control_texts.h"
 #include "tests/support/expected_trace.h"
 #include "tests/support/security_bench.h"
@@ -105,6 +106,26 @@ TEST(SecurityPanel, ItsControlsReadAsWrittenOut) {
                Number(line->X2) + " " + Number(line->Y2));
   }
   EXPECT_TRUE(MatchesTrace(texts.Lines(), "security/panel-texts"));
+}
+
+TEST(SHA1Calc, ItsControlsReadAsWrittenOut) {
+  const SHA1Calc form;
+  testing::ControlTexts texts;
+  texts.Line("SHA1Calc \"" + form.Caption + "\" " + Number(SHA1Calc::kClientWidth) + " x " +
+             Number(SHA1Calc::kClientHeight));
+  texts.Add("Label1", form.Label1);
+  texts.Add("Label4", form.Label4);
+  texts.Add("txtKey", form.txtKey);
+  texts.Add("Label2", form.Label2);
+  texts.Add("Label5", form.Label5);
+  texts.Add("txtMsg", form.txtMsg);
+  texts.Add("cmdSHA1Msg", form.cmdSHA1Msg);
+  texts.Add("cmdSHA1KeyMsg", form.cmdSHA1KeyMsg);
+  texts.Add("cmdTarvexHMAC", form.cmdTarvexHMAC);
+  texts.Add("Label3", form.Label3);
+  texts.Add("txtDigest", form.txtDigest);
+  texts.Add("cmdQuit", form.cmdQuit);
+  EXPECT_TRUE(MatchesTrace(texts.Lines(), "security/calculator-texts"));
 }
 
 TEST(SecurityPanel, LeavingTheAuthenticationTabReadsTheMode) {
