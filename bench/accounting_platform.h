@@ -1,6 +1,8 @@
 #pragma once
-// A platform that passes everything on to another and adds up the waits the program asks for:
-// the floor below which no run of the same path can go.
+// A platform that passes everything on to another, adds up the waits the program asks for (the
+// floor below which no run of the same path can go) and counts the boxes it shows.
+
+#include <cstddef>
 
 #include "shell/platform.h"
 
@@ -12,8 +14,10 @@ class AccountingPlatform : public Platform {
 
   // Milliseconds of plain and pumping waits asked for so far.
   double WaitedMs() const { return waitedMs_; }
+  std::size_t Messages() const { return messages_; }
 
   void MessageBox(const std::string& text, MessageStyle style, const std::string& title) override {
+    ++messages_;
     inner_.MessageBox(text, style, title);
   }
   void Sleep(std::int32_t milliseconds) override {
@@ -36,6 +40,7 @@ class AccountingPlatform : public Platform {
  private:
   Platform& inner_;
   double waitedMs_ = 0.0;
+  std::size_t messages_ = 0;
 };
 
 }  // namespace ombrelay

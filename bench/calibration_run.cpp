@@ -1,7 +1,5 @@
 #include "bench/calibration_run.h"
 
-#include <sys/resource.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -9,6 +7,7 @@
 #include <vector>
 
 #include "bench/accounting_platform.h"
+#include "bench/run_measures.h"
 #include "hosts/recording_host.h"
 #include "hosts/sim_host.h"
 #include "panel/nbcal.h"
@@ -20,24 +19,6 @@
 
 namespace ombrelay {
 namespace {
-
-double CpuMs() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  const auto ms = [](const timeval& t) { return t.tv_sec * 1000.0 + t.tv_usec / 1000.0; };
-  return ms(usage.ru_utime) + ms(usage.ru_stime);
-}
-
-// A platform that counts the boxes it passes on.
-class CountingPlatform : public AccountingPlatform {
- public:
-  using AccountingPlatform::AccountingPlatform;
-  void MessageBox(const std::string& text, MessageStyle style, const std::string& title) override {
-    ++messages;
-    AccountingPlatform::MessageBox(text, style, title);
-  }
-  std::size_t messages = 0;
-};
 
 // The temperature rows the scan fills on each family, so that they can be calibrated.
 std::vector<std::size_t> ScannedSensorRows(sim::Family family) {
@@ -62,7 +43,8 @@ CalibrationRunResult RunCalibration(sim::Family family, const std::string& appDi
   bus.Attach(gauge.get());
   RecordingHost host(bus, [&clock] { return clock.NowMs(); });
   ConsolePlatform console(std::cerr);
-  CountingPlatform platform(console);
+  console.StartDayNow();
+  AccountingPlatform platform(console);
   ResetSharedState();
   g_sPluginFolder = appDir + "/plugins";
 
@@ -106,12 +88,9 @@ CalibrationRunResult RunCalibration(sim::Family family, const std::string& appDi
       std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - wallStart)
           .count();
   result.cpuMs = CpuMs() - cpuStart;
-  result.floorMs = platform.WaitedMs();
-  for (const BusOperation& operation : host.Operations()) {
-    if (operation.op == "Delay") result.floorMs += operation.len;
-  }
+  result.floorMs = platform.WaitedMs() + HostDelayMs(host.Operations());
   result.busOperations = host.Operations().size();
-  result.messages = platform.messages;
+  result.messages = platform.Messages();
   return result;
 }
 

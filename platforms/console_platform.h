@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <random>
 
 #include "platforms/timer_schedule.h"
@@ -24,14 +25,23 @@ class ConsolePlatform : public Platform {
   void MessageBox(const std::string& text, MessageStyle style, const std::string& title) override;
   void Sleep(std::int32_t milliseconds) override;
   float SecondsSinceMidnight() override;
-  // Runs the ticks that are due, then waits for the next one, but never longer than about a
-  // millisecond: the panels' busy waits pump in a loop, and must not spin a core doing it.
+  // Runs the ticks that are due. Inside a wait that pumps, it then sleeps until the next tick or
+  // the wait's end, whichever comes first, or a millisecond when the end has passed but the
+  // clock the wait reads has not yet caught up: the busy waits pump in a loop, and must neither
+  // spin a core nor overshoot. A lone pump returns at once.
   void PumpEvents() override;
+  void PumpingWaitStarted(float seconds) override;
+  void PumpingWaitEnded() override { waitEnd_.reset(); }
   void Randomize() override;
   float Random() override;
   void AttachTimer(Timer& timer) override;
   void DetachTimer(Timer& timer) override;
   void TimerChanged(Timer& timer) override;
+
+  // From now on the seconds-since-midnight clock counts from this moment, as if the day had
+  // just begun. Late in the day the clock's float steps are 8 ms wide, and the busy waits end on
+  // those steps; a benchmark that measures the program's own overhead keeps them fine.
+  void StartDayNow() { dayStart_ = std::chrono::steady_clock::now(); }
 
  private:
   // Milliseconds on a clock that never jumps, for the timers.
@@ -41,6 +51,8 @@ class ConsolePlatform : public Platform {
   std::mt19937 random_;
   const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
   TimerSchedule timers_{*this};
+  std::optional<std::chrono::steady_clock::time_point> dayStart_;
+  std::optional<std::chrono::steady_clock::time_point> waitEnd_;
 };
 
 }  // namespace ombrelay

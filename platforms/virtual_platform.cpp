@@ -42,6 +42,11 @@ void VirtualPlatform::Randomize() {
 }
 
 float VirtualPlatform::Random() {
+  if (!queuedRandom_.empty()) {
+    const float value = queuedRandom_.front();
+    queuedRandom_.pop_front();
+    return value;
+  }
   return std::uniform_real_distribution<float>(0.0F, 1.0F)(random_);
 }
 

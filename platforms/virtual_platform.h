@@ -3,6 +3,7 @@
 // Sleep and event pumping move, timer ticks fired when due, message boxes recorded.
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <random>
 #include <string>
@@ -55,6 +56,11 @@ class VirtualPlatform : public Platform {
   // Called for everything asked of the platform, before it is done.
   std::function<void(const PlatformActivity&)> onActivity;
 
+  // Random gives these first, in order, before its generator's own.
+  void QueueRandom(std::vector<float> values) {
+    queuedRandom_.insert(queuedRandom_.end(), values.begin(), values.end());
+  }
+
   // How far one pump moves the clock: the time a pass of the event loop takes.
   void SetPumpStepMs(std::int64_t milliseconds) { pumpStepMs_ = milliseconds; }
   // Pumps until the clock has moved by milliseconds: the user waiting while timers tick.
@@ -70,6 +76,7 @@ class VirtualPlatform : public Platform {
   TimerSchedule timers_{*this};
   std::vector<RecordedMessage> messages_;
   std::minstd_rand random_{12345};
+  std::deque<float> queuedRandom_;
 };
 
 }  // namespace ombrelay

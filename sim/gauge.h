@@ -24,6 +24,7 @@
 #include "sim/pending_errors.h"
 #include "sim/quill_subclasses.h"
 #include "sim/raw_output.h"
+#include "sim/security_exchanges.h"
 #include "sim/security_mode.h"
 #include "sim/selected_block.h"
 
@@ -34,7 +35,7 @@ class Gauge {
   static constexpr std::int16_t kAddress = 23;
   static constexpr std::uint8_t kManufacturerAccessCommand = 0x00;
   static constexpr std::uint8_t kRelativeStateOfCharge = 0x0D;
-  // Answers with what was last selected: identification, dataflash rows, later security.
+  // Answers with what was last selected: identification, dataflash rows, a security exchange.
   static constexpr std::uint8_t kSharedDataCommand = 0x2F;
   static constexpr std::uint16_t kDefaultStateOfCharge = 80;
 
@@ -85,6 +86,11 @@ class Gauge {
 
   void SetSecurityMode(SecurityMode mode) { securityMode_ = mode; }
   SecurityMode GetSecurityMode() const { return securityMode_; }
+  // The keys in display order, first byte most significant.
+  const SecurityKey& Key(GaugeKey key) const { return security_.Key(key); }
+  void SetKey(GaugeKey key, const SecurityKey& value) { security_.SetKey(key, value); }
+  // The challenges the gauge sends from now on follow from seed.
+  void SeedChallenges(std::uint32_t seed) { security_.SeedChallenges(seed); }
 
   bool InCalibrationMode() const { return calibrationMode_.Active(); }
   // The gauge ignores the word that enters calibration mode.
@@ -127,6 +133,7 @@ class Gauge {
   ManufacturerAccess manufacturerAccess_{commands_, kManufacturerAccessCommand};
   Identification identification_;
   SecurityMode securityMode_ = SecurityMode::Unsealed;
+  SecurityExchanges security_{manufacturerAccess_, sharedData_, securityMode_};
   Dataflash dataflash_{securityMode_};
   MeasurementReports measurements_{family_, commands_, manufacturerAccess_, dataflash_};
   CalibrationMode calibrationMode_{family_, commands_, manufacturerAccess_};

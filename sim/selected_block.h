@@ -4,6 +4,8 @@
 // its meaning is not the command's but the selection's.
 
 #include <cstdint>
+#include <span>
+#include <utility>
 
 #include "sim/command_set.h"
 
@@ -18,15 +20,21 @@ class SelectedBlock {
   };
 
   // Installs itself as the command's block read and block write. Until something is selected,
-  // neither is acknowledged.
+  // no read is acknowledged, nor any write the unclaimed writer does not take.
   SelectedBlock(CommandSet& commands, std::uint8_t command);
   SelectedBlock(const SelectedBlock&) = delete;
   SelectedBlock& operator=(const SelectedBlock&) = delete;
 
   void Select(Source source);
+  // Offered each write that the selection does not acknowledge, whatever was selected: a host
+  // may start an exchange on the command at any time, without selecting first.
+  void OnUnclaimedWrite(CommandSet::BlockWriter write) { unclaimed_ = std::move(write); }
 
  private:
+  bool Write(std::span<const std::uint8_t> data);
+
   Source selected_;
+  CommandSet::BlockWriter unclaimed_;
 };
 
 }  // namespace ombrelay::sim

@@ -8,59 +8,19 @@
 #include <vector>
 
 #include "panel/nbcal.h"
+#include "tests/support/control_texts.h"
 #include "tests/support/expected_trace.h"
 #include "tests/support/sim_bench.h"
 
 namespace ombrelay {
 namespace {
 
-// Line breaks show as \r and \n, so that each text stays on its line.
-std::string Visible(const std::string& text) {
-  std::string shown;
-  for (const char c : text) {
-    if (c == '\r') {
-      shown += "\\r";
-    } else if (c == '\n') {
-      shown += "\\n";
-    } else {
-      shown += c;
-    }
-  }
-  return shown;
-}
-
-// One line a control: its caption, or the text of a text box with its limits, and its tip.
-class Texts {
- public:
-  void Line(std::string line) { lines_.push_back(std::move(line)); }
-  template <typename Control>
-  void Add(const std::string& name, const Control& control) {
-    std::string line = name;
-    if constexpr (requires { control.Caption; }) line += " \"" + Visible(control.Caption) + "\"";
-    if constexpr (requires { control.Text; }) {
-      line += " text \"" + control.Text + "\"" + (control.Locked ? " read-only" : "") +
-              (control.MaxLength > 0 ? " max " + std::to_string(control.MaxLength) : "");
-    }
-    if (!control.ToolTipText.empty()) line += " tip \"" + control.ToolTipText + "\"";
-    Line(line);
-  }
-  template <typename Control, std::size_t N>
-  void Add(const std::string& name, const std::array<Control, N>& controls) {
-    for (std::size_t i = 0; i < N; ++i)
-      Add(name + "(" + std::to_string(i) + ")", controls[i]);
-  }
-  const std::vector<std::string>& Lines() const { return lines_; }
-
- private:
-  std::vector<std::string> lines_;
-};
-
 TEST(PanelTexts, TheFirstPageAndTheFrameReadAsWrittenOut) {
   testing::SimBench bench(std::nullopt);
   NBCal panel(bench.host, bench.platform);
   panel.UserControl_Show();  // without a gauge start-up ends after the page's layout
 
-  Texts texts;
+  testing::ControlTexts texts;
   texts.Line("SStabCal \"" + panel.SStabCal.TabCaptions.at(0) + "|" +
              panel.SStabCal.TabCaptions.at(1) + " tab " + std::to_string(panel.SStabCal.Tab) +
              "\"");

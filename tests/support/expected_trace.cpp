@@ -79,7 +79,20 @@ std::vector<std::string> ExpectedTrace(const std::string& name) {
 
 ::testing::AssertionResult MatchesTrace(const std::vector<std::string>& actual,
                                         const std::string& name) {
-  const std::vector<std::string> expected = ExpectedTrace(name);
+  return MatchesTrace(actual, name, {});
+}
+
+::testing::AssertionResult MatchesTrace(const std::vector<std::string>& actual,
+                                        const std::string& name,
+                                        const std::map<std::string, std::string>& values) {
+  std::vector<std::string> expected = ExpectedTrace(name);
+  for (std::string& line : expected) {
+    for (const auto& [key, value] : values) {
+      const std::string placeholder = "{" + key + "}";
+      for (auto at = line.find(placeholder); at != std::string::npos; at = line.find(placeholder))
+        line.replace(at, placeholder.size(), value);
+    }
+  }
   if (actual == expected) return ::testing::AssertionSuccess();
 
   const auto parting = static_cast<std::size_t>(

@@ -6,9 +6,12 @@
 //   repeat 3                    the lines up to the matching "end", three times; blocks nest
 //   end
 //   include read-cal-rows       the lines of tests/traces/read-cal-rows.trace, spliced in
+//   {challenge}                 a value the test works out for itself, such as a digest over a
+//                               challenge the gauge made up, put in by name
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -22,6 +25,10 @@ std::vector<std::string> ExpectedTrace(const std::string& name);
 // against the algorithm (never to be copied over unread).
 ::testing::AssertionResult MatchesTrace(const std::vector<std::string>& actual,
                                         const std::string& name);
+// The same, with each {key} of values put in first.
+::testing::AssertionResult MatchesTrace(const std::vector<std::string>& actual,
+                                        const std::string& name,
+                                        const std::map<std::string, std::string>& values);
 
 // A trace's name as a parameterised test's name, which takes letters, digits and '_' only.
 std::string TestNameOf(std::string traceName);

@@ -1,0 +1,94 @@
+#include "bench/security_run.h"
+
+#include <chrono>
+#include <functional>
+#include <iostream>
+#include <span>
+
+#include "bench/accounting_platform.h"
+#include "bench/run_measures.h"
+#include "hosts/recording_host.h"
+#include "hosts/sim_host.h"
+#include "platforms/console_platform.h"
+#include "security/auth_morlin.h"
+#include "shell/shared_state.h"
+#include "sim/challenge_digest.h"
+#include "sim/clock.h"
+#include "sim/sample_gauges.h"
+
+namespace ombrelay {
+namespace {
+
+constexpr const char* kNewUnsealKey = "0123456789ABCDEF00112233445566FF";
+constexpr sim::SecurityKey kNewUnsealKeyBytes = {0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF,
+                                                 0x00, 0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0xFF};
+
+}  // namespace
+
+std::vector<SecurityRunResult> RunSecurityOperations(sim::Family family,
+                                                     const std::string& appDir) {
+  sim::RealClock clock;
+  const auto gauge = sim::MakeSampleGauge(family, clock);
+  SimHost bus(clock);
+  bus.Attach(gauge.get());
+  RecordingHost host(bus, [&clock] { return clock.NowMs(); });
+  ConsolePlatform console(std::cerr);
+  console.StartDayNow();
+  AccountingPlatform platform(console);
+  ResetSharedState();
+  g_sPluginFolder = appDir + "/plugins";
+
+  AuthMorlin panel(host, platform);
+  panel.UserControl_Show();
+  std::vector<SecurityRunResult> results;
+  const auto measure = [&](const char* operation, const std::function<void()>& click,
+                           const std::function<bool()>& ok) {
+    const std::size_t operationsBefore = host.Operations().size();
+    const double waitedBefore = platform.WaitedMs();
+    const std::size_t messagesBefore = platform.Messages();
+    const double cpuBefore = CpuMs();
+    const auto wallStart = std::chrono::steady_clock::now();
+    click();
+    SecurityRunResult result;
+    result.operation = operation;
+    result.wallMs =
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - wallStart)
+            .count();
+    result.cpuMs = CpuMs() - cpuBefore;
+    const auto operations = std::span(host.Operations()).subspan(operationsBefore);
+    result.floorMs = platform.WaitedMs() - waitedBefore + HostDelayMs(operations);
+    result.busOperations = operations.size();
+    result.ok = ok();
+    result.messages = platform.Messages() - messagesBefore;
+    results.push_back(result);
+  };
+  const auto go = [&panel](std::int16_t option) {
+    return [&panel, option] {
+      panel.optionAction[static_cast<std::size_t>(option)].Value = true;
+      panel.optionAction_Click(option);
+      panel.btnGo_Click();
+    };
+  };
+  const auto mode = [&panel, &gauge](const char* caption, sim::SecurityMode expected) {
+    return [&panel, &gauge, caption, expected] {
+      return panel.lblSealStatus.Caption == caption && gauge->GetSecurityMode() == expected;
+    };
+  };
+
+  measure("seal", go(0), mode("Sealed", sim::SecurityMode::Sealed));
+  measure("unseal", go(1), mode("Unsealed", sim::SecurityMode::Unsealed));
+  measure("full_access", go(2), mode("Full Access", sim::SecurityMode::FullAccess));
+  measure(
+      "authenticate", [&panel] { panel.btnAuthenticate_Click(); },
+      [&panel] { return panel.lblAuthenticationStatus.Caption == "Authentication Successful"; });
+  panel.txtUnsealKeyNew.Text = kNewUnsealKey;
+  measure(
+      "change_key", [&panel] { panel.Change_Unseal_Key_Click(); },
+      [&panel, &gauge] {
+        return panel.lblUnsealkeyStatus.Caption == "Unseal Key Change Successful" &&
+               gauge->Key(sim::GaugeKey::Unseal) == kNewUnsealKeyBytes;
+      });
+  return results;
+}
+
+}  // namespace ombrelay
