@@ -1,5 +1,7 @@
 #include "calibration/calibration_patch.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 
 #include "gauge/calibration_layout.h"
@@ -27,9 +29,14 @@ void PatchCalByte(const MODField& field, std::uint8_t value) {
 }
 
 void PatchCalWord(const MODField& field, std::uint8_t high, std::uint8_t low) {
-  const std::size_t position = CalPosition(field, 2);
-  g_abCalData[position] = high;
-  g_abCalData[position + 1] = low;
+  const std::array<std::uint8_t, 2> bytes = {high, low};
+  PatchCalBytes(field, bytes);
+}
+
+void PatchCalBytes(const MODField& field, std::span<const std::uint8_t> bytes) {
+  const std::size_t position = CalPosition(field, static_cast<int>(bytes.size()));
+  std::copy(bytes.begin(), bytes.end(),
+            g_abCalData.begin() + static_cast<std::ptrdiff_t>(position));
 }
 
 }  // namespace ombrelay

@@ -3,6 +3,7 @@
 // g_atCalParameters puts them: dataflash order, most significant byte first.
 
 #include <cstdint>
+#include <span>
 
 #include "shell/mod_block.h"
 
@@ -15,5 +16,7 @@ const MODField& CalField(std::int16_t record, std::int16_t field);
 // RuntimeError("Subscript out of range") before anything is patched.
 void PatchCalByte(const MODField& field, std::uint8_t value);
 void PatchCalWord(const MODField& field, std::uint8_t high, std::uint8_t low);
+// bytes in their order from the field's place on.
+void PatchCalBytes(const MODField& field, std::span<const std::uint8_t> bytes);
 
 }  // namespace ombrelay

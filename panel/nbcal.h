@@ -68,6 +68,15 @@ class NBCal : public CalibrationControls {
   // The voltage and temperature page.
   void btnCalibrate_Click();
 
+  // The pages, and the calibrations of pack voltage, current and the offsets.
+  void btncalpg1_Click();
+  void btncalpage2_Click();
+  void SStabCal_Click(std::int16_t previousTab);
+  void btnPackVoltage_Click();
+  void btnPackCurrent_Click();
+  void btnCalCCCounter_Click();
+  void btnBoardOffset_Click();
+
  private:
   void InitCalibrationControl();
   void StartupCalibrationPanel();
@@ -84,6 +93,9 @@ class NBCal : public CalibrationControls {
   std::optional<std::string> CheckVoltageTemperatureEntries(bool voltage, bool temperature,
                                                             VoltageCalInputs& voltages,
                                                             TemperatureCalInputs& temperatures);
+  // The checks of the pack and current frames; the message of the first that fails.
+  std::optional<std::string> CheckPackVoltageEntries();
+  std::optional<std::string> CheckCurrentEntries();
   void ShowStackVoltages();
   void ShowCurrentAndTemperatures(bool withInternal);
 

@@ -70,7 +70,8 @@ void CalibrationPanel::MakeTabStrip() {
   tabs->setObjectName("SStabCal");
   tabs->setExpanding(false);
   tabs->setGeometry(0, 0, TwipsToPixels(kPageWidth), TwipsToPixels(kTabStripHeight));
-  bindings_.Bind(*tabs, nbcal_.SStabCal);
+  bindings_.Bind(*tabs, nbcal_.SStabCal,
+                 [this](std::int16_t previousTab) { nbcal_.SStabCal_Click(previousTab); });
 }
 
 void CalibrationPanel::MakeGrid(Label& heading, const char* headingName, Grid& grid,

@@ -47,7 +47,8 @@ QGroupBox* MakeCurrentFrame(NBCal& panel, WidgetFactory& make) {
                   Qt::AlignHCenter);
   grid->setColumnStretch(2, 1);
   column->addLayout(grid);
-  column->addLayout(MakeButtonRow(make.MakeButton(panel.btnPackCurrent, "btnPackCurrent"),
+  column->addLayout(MakeButtonRow(make.MakeButton(panel.btnPackCurrent, "btnPackCurrent",
+                                                  [&panel] { panel.btnPackCurrent_Click(); }),
                                   make.MakeDoneMark(panel.ImgPackCurrent, "ImgPackCurrent")));
   return frame;
 }
@@ -58,7 +59,8 @@ QWidget* MakeCurrentPage(NBCal& panel, WidgetFactory& make) {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
   auto* top = new QHBoxLayout;
-  top->addWidget(make.MakeButton(panel.btncalpage2, "btncalpage2"));
+  top->addWidget(
+      make.MakeButton(panel.btncalpage2, "btncalpage2", [&panel] { panel.btncalpage2_Click(); }));
   top->addStretch();
   column->addLayout(top);
 
@@ -66,11 +68,13 @@ QWidget* MakeCurrentPage(NBCal& panel, WidgetFactory& make) {
   offsets->addWidget(
       MakeOffsetFrame(make.MakeFrame(panel.frmCCOffset, "frmCCOffset"),
                       make.MakeParagraph(panel.lblHelp[1], Indexed("lblHelp", 1)),
-                      make.MakeButton(panel.btnCalCCCounter, "btnCalCCCounter"),
+                      make.MakeButton(panel.btnCalCCCounter, "btnCalCCCounter",
+                                      [&panel] { panel.btnCalCCCounter_Click(); }),
                       make.MakeDoneMark(panel.imageCCOffsetDone, "imageCCOffsetDone")));
   offsets->addWidget(MakeOffsetFrame(make.MakeFrame(panel.frmBoardOffset, "frmBoardOffset"),
                                      make.MakeParagraph(panel.lblHelp[2], Indexed("lblHelp", 2)),
-                                     make.MakeButton(panel.btnBoardOffset, "btnBoardOffset"),
+                                     make.MakeButton(panel.btnBoardOffset, "btnBoardOffset",
+                                                     [&panel] { panel.btnBoardOffset_Click(); }),
                                      make.MakeDoneMark(panel.ImgBoardOffset, "ImgBoardOffset")));
   column->addLayout(offsets);
   column->addWidget(MakeCurrentFrame(panel, make));

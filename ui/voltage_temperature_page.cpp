@@ -123,7 +123,9 @@ QGroupBox* MakePackFrame(NBCal& panel, WidgetFactory& make) {
   grid->addWidget(make.MakeTextBox(panel.txtPackActualVoltage, "txtPackActualVoltage"), 1,
                   kEntered);
   grid->addWidget(make.MakeTextBox(panel.txtPackMeasured, "txtPackMeasured"), 1, kMeasured);
-  grid->addWidget(make.MakeButton(panel.btnPackVoltage, "btnPackVoltage"), 1, kMeasuredUnit + 1);
+  grid->addWidget(make.MakeButton(panel.btnPackVoltage, "btnPackVoltage",
+                                  [&panel] { panel.btnPackVoltage_Click(); }),
+                  1, kMeasuredUnit + 1);
   grid->addWidget(make.MakeDoneMark(panel.imgPackVoltage, "imgPackVoltage"), 1, kMeasuredUnit + 2);
   grid->setColumnStretch(kMeasuredUnit + 3, 1);
   return frame;
@@ -138,7 +140,8 @@ QWidget* MakeVoltageTemperaturePage(NBCal& panel, WidgetFactory& make) {
   column->addWidget(MakeVoltageTemperatureFrame(panel, make));
   column->addWidget(MakePackFrame(panel, make));
   auto* bottom = new QHBoxLayout;
-  bottom->addWidget(make.MakeButton(panel.btncalpg1, "btncalpg1"));
+  bottom->addWidget(
+      make.MakeButton(panel.btncalpg1, "btncalpg1", [&panel] { panel.btncalpg1_Click(); }));
   bottom->addStretch();
   column->addLayout(bottom);
   column->addWidget(make.MakeParagraph(panel.lblScanWarning[0], Indexed("lblScanWarning", 0)));
