@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <span>
 
 #include "sim/dataflash_rows.h"
+#include "sim/gauge_float.h"
 #include "sim/keld_dataflash.h"
 #include "sim/quill_subclasses.h"
 
@@ -23,7 +25,13 @@ struct Layout {
   std::optional<Word> batteryGain;
   Word packGain;
   std::array<std::optional<std::size_t>, 5> temperatureOffset;
+  std::size_t currentGain;  // a gauge float
+  Word coulombCounterOffset;
+  Word boardOffset;
+  std::optional<Word> offsetSamples;
 };
+
+constexpr std::int32_t kFirmwareOffsetSamples = 64;
 
 Layout LayoutOf(Family family) {
   switch (family) {
@@ -32,13 +40,21 @@ Layout LayoutOf(Family family) {
               {{{21, false}, {23, false}, {25, false}, {27, false}}},
               std::nullopt,
               {19, false},
-              {11, 12, 13, std::nullopt, std::nullopt}};
+              {11, 12, 13, std::nullopt, std::nullopt},
+              0,
+              {8, true},
+              {14, true},
+              Word{16, true}};
     case Family::Quill:
       return {QuillSubclasses::kCalibration.address,
               {{{8, false}, {10, false}, {12, false}, {14, false}}},
               std::nullopt,
               {17, true},
-              {23, 24, 25, 26, 27}};
+              {23, 24, 25, 26, 27},
+              0,
+              {19, true},
+              {21, true},
+              std::nullopt};
     case Family::Morlin:
     case Family::KeldPlus:
       break;
@@ -47,7 +63,25 @@ Layout LayoutOf(Family family) {
           {{{0, true}, {2, true}, {4, true}, {6, true}}},
           Word{10, false},
           {8, false},
-          {26, 27, 28, 29, 30}};
+          {26, 27, 28, 29, 30},
+          12,
+          {20, true},
+          {24, true},
+          Word{22, true}};
+}
+
+// The stored current gain each family's firmware counts one mA per count at.
+double NominalCurrentGain(Family family) {
+  switch (family) {
+    case Family::Keld:
+      return 1.0625;
+    case Family::Quill:
+      return 1.125;
+    case Family::Morlin:
+    case Family::KeldPlus:
+      break;
+  }
+  return 0.9375;
 }
 
 std::int32_t ReadWord(const Dataflash& dataflash, std::size_t base, Word word) {
@@ -58,6 +92,17 @@ std::int32_t ReadWord(const Dataflash& dataflash, std::size_t base, Word word) {
 
 std::uint16_t ClampedWord(double value) {
   return static_cast<std::uint16_t>(std::clamp(std::round(value), 0.0, 65535.0));
+}
+
+std::int16_t ClampedSignedWord(double value) {
+  return static_cast<std::int16_t>(std::clamp(std::round(value), -32768.0, 32767.0));
+}
+
+std::int16_t CalibratedCurrent(std::int16_t raw, const CalibrationData& calibration) {
+  const double samples = std::max(calibration.offsetSamples, 1);
+  const double offset = (calibration.coulombCounterOffset + calibration.boardOffset) / samples;
+  return ClampedSignedWord((raw - offset) * calibration.currentGain /
+                           calibration.nominalCurrentGain);
 }
 
 std::int64_t Scaled(std::int64_t raw, std::int32_t scale) {
@@ -79,11 +124,18 @@ CalibrationData ReadCalibrationData(Family family, const Dataflash& dataflash) {
           static_cast<std::int8_t>(dataflash.Peek(layout.base + *offset, 1)[0]);
     }
   }
+  const Bytes gain = dataflash.Peek(layout.base + layout.currentGain, 4);
+  data.currentGain = DecodeGaugeFloat(std::span<const std::uint8_t, 4>(gain.data(), 4));
+  data.nominalCurrentGain = NominalCurrentGain(family);
+  data.coulombCounterOffset = ReadWord(dataflash, layout.base, layout.coulombCounterOffset);
+  data.boardOffset = ReadWord(dataflash, layout.base, layout.boardOffset);
+  data.offsetSamples = layout.offsetSamples
+                           ? ReadWord(dataflash, layout.base, *layout.offsetSamples)
+                           : kFirmwareOffsetSamples;
   return data;
 }
 
-Measurements Calibrated(const RawReadings& raw, const CalibrationData& calibration, int cellCount,
-                        std::int16_t currentMa) {
+Measurements Calibrated(const RawReadings& raw, const CalibrationData& calibration, int cellCount) {
   Measurements reported;
   std::int64_t rawSum = 0;
   std::int64_t lowerStack = 0;
@@ -103,7 +155,7 @@ Measurements Calibrated(const RawReadings& raw, const CalibrationData& calibrati
                                    : 0;
     reported.temperatures[sensor] = ClampedWord(raw.temperatures[sensor] + offset);
   }
-  reported.currentMa = currentMa;
+  reported.currentMa = CalibratedCurrent(raw.coulombCounter, calibration);
   return reported;
 }
 

@@ -34,8 +34,9 @@ RawReadings Convert(const Measurements& applied, const ConverterErrors& errors) 
         static_cast<double>(applied.temperatures[sensor]) + errors.temperature[sensor]);
   }
   raw.shortedCoulombCounter = errors.coulombCounterOffset;
-  raw.coulombCounter = Saturated<std::int16_t>(static_cast<double>(applied.currentMa) +
-                                               errors.coulombCounterOffset + errors.boardOffset);
+  raw.coulombCounter =
+      Saturated<std::int16_t>(std::round(applied.currentMa * (1.0 + errors.senseResistorError)) +
+                              errors.coulombCounterOffset + errors.boardOffset);
   return raw;
 }
 

@@ -17,6 +17,9 @@ struct ConverterErrors {
   double packGain = 0.0;
   // Tenths of a kelvin, in the order of Measurements::Sensor.
   std::array<std::int16_t, Measurements::kSensorCount> temperature{};
+  // Relative, as the sense resistor's real value differs from its nominal one: 0.03 reads 3 %
+  // high.
+  double senseResistorError = 0.0;
   // Counts the coulomb counter reads with its input shorted, and what the board adds to that
   // on the normal input.
   std::int16_t coulombCounterOffset = 0;
@@ -41,8 +44,8 @@ inline constexpr double kCountsPerMv = 3.2;
 inline constexpr std::int32_t kNominalScale = 20480;
 
 // Voltages: round(mV * 3.2 * (1 + gain error) + offset); temperatures: applied plus the
-// sensor's error; coulomb counter: one count per mA plus the offsets. Each is held to the
-// range of its word.
+// sensor's error; coulomb counter: round(mA * (1 + sense resistor error)) plus the offsets, the
+// converter's alone with the input shorted. Each is held to the range of its word.
 RawReadings Convert(const Measurements& applied, const ConverterErrors& errors);
 
 }  // namespace ombrelay::sim

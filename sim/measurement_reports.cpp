@@ -51,7 +51,7 @@ MeasurementReports::MeasurementReports(Family family, CommandSet& commands,
 
 Measurements MeasurementReports::Reported() const {
   return Calibrated(Raw(), ReadCalibrationData(family_, dataflash_),
-                    ConfiguredCellCount(family_, dataflash_), applied_.currentMa);
+                    ConfiguredCellCount(family_, dataflash_));
 }
 
 void MeasurementReports::AnswerWord(CommandSet& commands, std::uint8_t command, Selector select) {

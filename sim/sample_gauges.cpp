@@ -50,12 +50,20 @@ Measurements PackOf(std::array<std::uint16_t, 4> cells, std::int16_t currentMa) 
   return measurements;
 }
 
+// A sense resistor a few percent off its nominal value, and coulomb counter and board offsets
+// that the sample's stored offsets do not quite match.
+struct CurrentSide {
+  double senseResistorError;
+  std::int16_t coulombCounterOffset;
+  std::int16_t boardOffset;
+};
+
 // A converter off by a few percent and a few counts on each voltage, and by a degree or two on
 // each sensor; the calibration data of the samples is nominal, so their reports are visibly off
 // until a calibration.
 ConverterErrors ConverterOf(std::array<double, 4> cellGain, std::array<std::int16_t, 4> cellOffset,
                             double batteryGain, double packGain,
-                            std::array<std::int16_t, 5> sensors) {
+                            std::array<std::int16_t, 5> sensors, CurrentSide current) {
   ConverterErrors errors;
   errors.cellGain = cellGain;
   errors.cellOffset = cellOffset;
@@ -63,8 +71,9 @@ ConverterErrors ConverterOf(std::array<double, 4> cellGain, std::array<std::int1
   errors.packGain = packGain;
   for (std::size_t sensor = 0; sensor < sensors.size(); ++sensor)
     errors.temperature[sensor] = sensors[sensor];
-  errors.coulombCounterOffset = -112;
-  errors.boardOffset = 9;
+  errors.senseResistorError = current.senseResistorError;
+  errors.coulombCounterOffset = current.coulombCounterOffset;
+  errors.boardOffset = current.boardOffset;
   return errors;
 }
 
@@ -121,7 +130,7 @@ Sample SampleOf(Family family) {
               2,
               PackOf({3702, 3811, 3897, 3954}, -498),
               ConverterOf({0.021, -0.016, 0.012, -0.024}, {4, -3, 2, -5}, 0.0, 0.019,
-                          {11, -17, 22, 0, 0}),
+                          {11, -17, 22, 0, 0}, {0.028, -131, 8}),
               {{KeldDataflash::kCalibrationAddress, KeldCalibrationBlock()},
                {KeldDataflash::kPackConfigurationAddress, {0x2B, 0x41}}}};
     case Family::Quill:
@@ -130,7 +139,7 @@ Sample SampleOf(Family family) {
               1,
               PackOf({3725, 3798, 3880, 0}, -505),
               ConverterOf({-0.022, 0.017, 0.026, 0.0}, {-2, 5, -4, 0}, 0.0, -0.021,
-                          {-13, 18, -24, 7, -9}),
+                          {-13, 18, -24, 7, -9}, {-0.034, -104, -6}),
               {{QuillSubclasses::kCalibration.address, QuillCalibrationSubclass()},
                {QuillSubclasses::kRegisters.address, {0x02, 0x29, 0x08, 0x48, 0x00, 0x50, 0, 0}}}};
     case Family::Morlin:
@@ -140,7 +149,7 @@ Sample SampleOf(Family family) {
               1,
               PackOf({3712, 3805, 3890, 0}, -512),
               ConverterOf({0.025, -0.018, 0.014, 0.0}, {3, -4, 6, 0}, 0.017, -0.022,
-                          {15, -20, 12, -8, 5}),
+                          {15, -20, 12, -8, 5}, {0.041, -118, -7}),
               {{DataflashRows::kCalibrationAddress, CalibrationRows()},
                {PackConfiguration::kMorlinSystemConfigurationAddress, {0x0F, 0x2A}}}};
     case Family::KeldPlus:
@@ -149,7 +158,7 @@ Sample SampleOf(Family family) {
               2,
               PackOf({3730, 3822, 3915, 3987}, -520),
               ConverterOf({-0.019, 0.023, -0.012, 0.015}, {-3, 2, 5, -4}, -0.024, 0.016,
-                          {-16, 14, -21, -6, 10}),
+                          {-16, 14, -21, -6, 10}, {-0.023, -64, 11}),
               {{DataflashRows::kCalibrationAddress, CalibrationRows()},
                {PackConfiguration::kKeldPlusSystemConfigurationAddress, {0x27, 0x29}}}};
   }

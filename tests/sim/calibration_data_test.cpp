@@ -39,12 +39,17 @@ TEST(CalibrationData, ErasedOrNegativeCalibrationNeverWrapsTheReports) {
   RawReadings raw;
   raw.cells = {12800, 12800, 0, 0};
   raw.temperatures = {5, 65535 / 2};
-  const Measurements reported = Calibrated(raw, negative, 2, -7);
+  raw.coulombCounter = -7;
+  // No offset samples count as one: the current is the raw count, not a division by zero.
+  const Measurements reported = Calibrated(raw, negative, 2);
   EXPECT_EQ(reported.cellMv[0], 0);
   EXPECT_EQ(reported.cellMv[1], 8000) << "stack 2 from its own scale";
   EXPECT_EQ(reported.temperatures[0], 0);
   EXPECT_EQ(reported.temperatures[1], 32767 + 127);
   EXPECT_EQ(reported.currentMa, -7);
+  CalibrationData erasedGain = negative;
+  erasedGain.currentGain = -1e31;
+  EXPECT_EQ(Calibrated(raw, erasedGain, 2).currentMa, 32767);
 }
 
 }  // namespace
