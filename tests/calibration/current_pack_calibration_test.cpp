@@ -109,6 +109,23 @@ TEST(CalibrateBoardOffset, StoresWhatTheNormalInputShowsBeyondTheCounterOffset) 
   EXPECT_EQ(shorted.Stored(kBoardOffset), 3);
 }
 
+TEST(CalibrateBoardOffset, LeavesCalibrationModeAfterAFailedWriteAndRefusesAShortBlock) {
+  Calculation sealed(Family::Morlin, kRawOutput);
+  sealed.sim.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+  EXPECT_EQ(CalibrateBoardOffset(), 1);
+  EXPECT_EQ(sealed.sim.MessageTexts().back(),
+            "Error writing Board Offset Calibration values to Dataflash. Please ensure part is not "
+            "sealed.");
+  EXPECT_EQ(sealed.sim.host.Operations().back().word, 0xF080) << "the exit word comes last";
+
+  Calculation shortBlock(Family::Morlin, kRawOutput);
+  shortBlock.sim.gauge->AnswerNextBlockReadsWithLength(1, 25);
+  EXPECT_EQ(CalibrateBoardOffset(), 1);
+  EXPECT_EQ(
+      shortBlock.sim.MessageTexts(),
+      std::vector<std::string>{"Device is not in raw cal mode before calibrating board offset."});
+}
+
 TEST(CalibratePackVoltage, GainFromARawReadingAbove50UpTo65535) {
   constexpr const char* kLow =
       "Pack Gain raw calibration value is low.  Pack Calibration not performed. Please try again.";
@@ -202,6 +219,9 @@ TEST(CurrentAndPackCalculations, FollowTheirTraces) {
   }
   for (const Family family : {Family::Morlin, Family::KeldPlus}) {
     Calculation bench(family);
+    // MORLIN never reads the pack word, whatever the configuration says.
+    g_sPackVoltageReadCommand = "SBS,90";
+    g_bPackVSupported = true;
     g_atMODBlocks[2].atFields[10].sValue = "19000";
     EXPECT_EQ(CalibratePackVoltage(12000), 0);
     EXPECT_TRUE(MatchesTrace(bench.Trace(), "calibration/pack-voltage-" + testing::Name(family)));

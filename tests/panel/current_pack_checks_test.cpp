@@ -119,6 +119,43 @@ TEST(PackAndCurrentFrames, TrapTextsThatAreNoNumbersEachUnderItsTitle) {
             std::vector<std::string>{"Invalid value entered! Error description:Type mismatch"});
 }
 
+// A gauge that will not enter calibration mode: each button's box, and whether calibration mode
+// had been left (the scan running again) when the box came.
+TEST(CurrentAndPackButtons, TellAFailedEntryBeforeOrAfterLeavingAgain) {
+  struct Button {
+    void (NBCal::*click)();
+    const char* message;  // none: the button shows no box of its own
+    bool leftBeforeTheBox;
+  };
+  const std::vector<Button> cases = {
+      {&NBCal::btnPackVoltage_Click,
+       "Unable to enter calibration mode. Pack voltage not calibrated.", true},
+      {&NBCal::btnPackCurrent_Click,
+       "Error entering calibration mode executing Current Calibration.  Please check "
+       "communications with part.",
+       false},
+      {&NBCal::btnBoardOffset_Click,
+       "Error entering calibration mode.  Please check communications with device.", false},
+      {&NBCal::btnCalCCCounter_Click, nullptr, false},
+  };
+  for (const Button& c : cases) {
+    SCOPED_TRACE(c.message ? c.message : "coulomb counter");
+    PanelBench bench;
+    bench.StartUp();
+    bench.sim.gauge->RefuseCalibrationMode(true);
+    std::vector<std::pair<std::string, bool>> boxes;
+    bench.sim.platform.onMessage = [&](const RecordedMessage& message) {
+      boxes.emplace_back(message.text, bench.panel.tmrScan.Enabled());
+    };
+    (bench.panel.*c.click)();
+    std::vector<std::pair<std::string, bool>> expected = {
+        {"Unable to request device to output cal values.", false}};
+    if (c.message) expected.emplace_back(c.message, c.leftBeforeTheBox);
+    EXPECT_EQ(boxes, expected);
+    EXPECT_TRUE(bench.panel.tmrScan.Enabled()) << "calibration mode is left on every path";
+  }
+}
+
 TEST(CalibrationPages, ButtonsAndTabsSwitchThePages) {
   PanelBench bench;
   NBCal& panel = bench.panel;
