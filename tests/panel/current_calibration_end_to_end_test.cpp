@@ -9,6 +9,7 @@
 
 #include "panel/nbcal.h"
 #include "shell/numeric.h"
+#include "tests/support/expected_trace.h"
 #include "tests/support/panel_bench.h"
 #include "tests/support/sim_bench.h"
 
@@ -74,6 +75,54 @@ TEST_P(CurrentCalibrationEndToEnd, TheScanShowsWhatTheBenchApplies) {
 
 INSTANTIATE_TEST_SUITE_P(EveryFamily, CurrentCalibrationEndToEnd,
                          ::testing::ValuesIn(testing::kEveryFamily), testing::FamilyTestName);
+
+}  // namespace
+}  // namespace ombrelay
+
+namespace ombrelay {
+namespace {
+
+// Each button's whole trace on a panel started with the current the trace assumes applied and
+// chkUpdates unchecked, pressed right after start-up.
+struct Press {
+  sim::Family family;
+  const char* trace;
+  std::int16_t currentMa;
+  void (NBCal::*click)();
+};
+
+class ButtonTrace : public ::testing::TestWithParam<Press> {};
+
+TEST_P(ButtonTrace, FollowsItsTrace) {
+  const Press press = GetParam();
+  testing::PanelBench bench(press.family);
+  sim::Measurements applied = bench.sim.gauge->AppliedMeasurements();
+  applied.currentMa = press.currentMa;
+  bench.sim.gauge->ApplyMeasurements(applied);
+  bench.StartUp();
+  bench.panel.txtActualCurrent.Text = std::to_string(press.currentMa);
+  bench.panel.txtPackActualVoltage.Text = std::to_string(applied.packMv);
+  (bench.panel.*press.click)();
+  EXPECT_TRUE(testing::MatchesTrace(bench.Trace(), press.trace));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Buttons, ButtonTrace,
+    ::testing::Values(Press{sim::Family::Morlin, "panel/cc-offset-button-morlin", 0,
+                            &NBCal::btnCalCCCounter_Click},
+                      Press{sim::Family::Morlin, "panel/board-offset-button-morlin", 0,
+                            &NBCal::btnBoardOffset_Click},
+                      Press{sim::Family::Morlin, "panel/pack-voltage-button-morlin", 0,
+                            &NBCal::btnPackVoltage_Click},
+                      Press{sim::Family::Morlin, "panel/current-button-morlin", -2000,
+                            &NBCal::btnPackCurrent_Click},
+                      Press{sim::Family::Quill, "panel/board-offset-button-quill", 0,
+                            &NBCal::btnBoardOffset_Click},
+                      Press{sim::Family::Quill, "panel/current-button-quill", -2000,
+                            &NBCal::btnPackCurrent_Click}),
+    [](const ::testing::TestParamInfo<Press>& press) {
+      return testing::TestNameOf(std::string(press.param.trace).substr(6));
+    });
 
 }  // namespace
 }  // namespace ombrelay

@@ -22,8 +22,13 @@ FlowTrace::Probe PanelProbe(const NBCal& panel) {
     const std::string controls =
         buttons == boxes ? "controls " + OnOff(buttons)
                          : "buttons " + OnOff(buttons) + ", check boxes " + OnOff(boxes);
-    return std::vector<std::string>{"timer " + OnOff(panel.tmrScan.Enabled()), controls,
-                                    "done mark " + OnOff(panel.imgCalDoneBox.Visible)};
+    return std::vector<std::string>{"timer " + OnOff(panel.tmrScan.Enabled()),
+                                    controls,
+                                    "done mark " + OnOff(panel.imgCalDoneBox.Visible),
+                                    "pack mark " + OnOff(panel.imgPackVoltage.Visible),
+                                    "current mark " + OnOff(panel.ImgPackCurrent.Visible),
+                                    "offset mark " + OnOff(panel.imageCCOffsetDone.Visible),
+                                    "board mark " + OnOff(panel.ImgBoardOffset.Visible)};
   };
 }
 
