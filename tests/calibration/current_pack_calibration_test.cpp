@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "calibration/calibration_targets.h"
 #include "gauge/value_conversion.h"
 #include "shell/shared_state.h"
@@ -198,6 +200,67 @@ TEST(CalibrateSenseResistor, ScalesTheGainByKnownOverMeasured) {
             (std::vector<Shown>{{"Unable to read current attempting current calibration. Current "
                                  "calibration was not performed.",
                                  MessageStyle::Plain}}));
+}
+
+// The failures the other tests leave aside, each ending in its own box.
+TEST(CurrentAndPackCalculations, EndEachFailureWithItsOwnBox) {
+  struct Failure {
+    const char* message;
+    Family family;
+    std::optional<std::uint16_t> output;
+    std::function<void(Calculation&)> arrange;
+    std::function<Status()> calculate;
+  };
+  // The gauge keeps one byte of the write wrong, so that the read-back differs.
+  const auto spoilt = [](Calculation& bench) {
+    bench.sim.gauge->StoreWrongDataflashByteOnNextWrite(3);
+  };
+  const auto pack = [] { return CalibratePackVoltage(12000); };
+  const std::vector<Failure> failures = {
+      {"Attempt to enter Raw Coulomb Counter Offset Cal failed. Calibration not performed.",
+       Family::Keld, std::nullopt,
+       [](Calculation& bench) { bench.sim.gauge->FailNext(sim::Transfer::BlockRead, 100); },
+       CalibrateCCOffset},
+      {"Error reading calibration Dataflash.  Please check communications. Calibration not "
+       "completed.",
+       Family::Morlin, kOffsetOutput,
+       [](Calculation& bench) {
+         bench.sim.After(testing::OnWord(0xF080), 1,
+                         [&bench] { bench.sim.gauge->FailNext(sim::Transfer::BlockRead, 5); });
+       },
+       CalibrateCCOffset},
+      {"Error writing Coulomb Counter Offset Calibration values to Dataflash. Please ensure "
+       "device is not sealed.",
+       Family::Morlin, kOffsetOutput, spoilt, CalibrateCCOffset},
+      {"Error writing Board Offset Calibration values to Dataflash. Please ensure part is not "
+       "sealed.",
+       Family::Morlin, kRawOutput, spoilt, CalibrateBoardOffset},
+      {"Not able to read Pack Voltage from device. Pack Voltage not calibrated.", Family::KeldPlus,
+       std::nullopt,
+       [](Calculation&) {
+         g_sPackVoltageReadCommand = "SBS";  // cut short: no command
+         g_bPackVSupported = true;
+       },
+       pack},
+      {"Failed to update Dataflash with new Pack Voltage Correction. Pack Calibration not "
+       "completed.",
+       Family::Morlin, std::nullopt, spoilt, pack},
+      {"Error writing Sense Resistor values to Dataflash. Please ensure device is not sealed.",
+       Family::Morlin, std::nullopt, spoilt, [] { return CalibrateSenseResistor("-2000"); }},
+  };
+  for (const Failure& failure : failures) {
+    SCOPED_TRACE(failure.message);
+    Calculation bench(failure.family, failure.output);
+    bench.sim.gauge->SetWord(0x0A, static_cast<std::uint16_t>(-2100));
+    g_atMODBlocks[2].atFields[10].sValue = "19000";
+    failure.arrange(bench);
+    EXPECT_EQ(failure.calculate(), 1);
+    const std::vector<std::string> texts = bench.sim.MessageTexts();
+    ASSERT_FALSE(texts.empty());
+    EXPECT_EQ(testing::Boxes(bench.sim.platform).back(),
+              (Shown{failure.message, MessageStyle::Plain}))
+        << texts.back();
+  }
 }
 
 // Each calculation's whole trace, with the bytes it writes.
