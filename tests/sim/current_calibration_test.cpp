@@ -2,7 +2,7 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
+#include <cmath>
 #include <ios>
 #include <string>
 #include <utility>
@@ -18,7 +18,6 @@
 namespace ombrelay::sim {
 namespace {
 
-constexpr std::uint8_t kAccess = Gauge::kManufacturerAccessCommand;
 // Families that keep no count of offset samples take the firmware's own.
 constexpr int kFirmwareSamples = 64;
 
@@ -96,52 +95,6 @@ TEST(CurrentCalibration, GaugeReadsEachFieldWhereTheProgramsTablePutsIt) {
     EXPECT_EQ(data.offsetSamples, fields.samples
                                       ? StoredWord(*gauge, Offset(fields.record, fields.samples))
                                       : kFirmwareSamples);
-  }
-}
-
-// The program's three current calibrations done by hand: the coulomb counter's and the board's
-// offsets from the raw block at no load, then the gain from the Current word under a known load.
-TEST(CurrentCalibration, ThreeStepsMakeTheReportedCurrentTheAppliedOne) {
-  VirtualClock clock;
-  for (const CurrentFields& fields : kFamilies) {
-    SCOPED_TRACE(FamilyName(fields.family));
-    const auto gauge = MakeSampleGauge(fields.family, clock);
-    const auto reportedAt = [&gauge](std::int16_t ma) {
-      Measurements applied = gauge->AppliedMeasurements();
-      applied.currentMa = ma;
-      gauge->ApplyMeasurements(applied);
-      return static_cast<std::int16_t>(gauge->ReadWord(MeasurementReports::kCurrent).value_or(0));
-    };
-    const auto rawCoulombCounter = [&gauge](std::uint16_t startWord) {
-      EXPECT_TRUE(gauge->WriteWord(kAccess, startWord));
-      const Bytes raw = gauge->ReadBlock(ManufacturerData::kCommand).value_or(Bytes(26, 0));
-      return static_cast<std::int16_t>(raw[2] | raw[3] << 8);
-    };
-    const auto store = [&gauge, &fields](const char* name, int value) {
-      gauge->SetDataflashBytes(Offset(fields.record, name),
-                               Bytes{static_cast<std::uint8_t>(value >> 8 & 0xFF),
-                                     static_cast<std::uint8_t>(value & 0xFF)});
-    };
-    EXPECT_GE(std::abs(reportedAt(0)), 10);
-    EXPECT_GE(std::abs(reportedAt(-2000) + 2000), 50);
-
-    reportedAt(0);
-    const int samples = fields.samples ? StoredWord(*gauge, Offset(fields.record, fields.samples))
-                                       : kFirmwareSamples;
-    const int shorted = rawCoulombCounter(RawOutput::kStartForOffsetWord);
-    EXPECT_TRUE(shorted >= -450 && shorted <= -5) << shorted;
-    store(fields.coulombCounterOffset, samples * shorted);
-    const int normal = rawCoulombCounter(RawOutput::kStartWord);
-    EXPECT_TRUE(normal >= -300 && normal <= 300) << normal;
-    store("Board Offset", samples * normal - samples * shorted);
-
-    const double measured = reportedAt(-2000);
-    const std::size_t gainAt = Offset(fields.record, fields.gain);
-    gauge->SetDataflashBytes(gainAt, Encoded(-2000 * StoredFloat(*gauge, gainAt) / measured));
-
-    EXPECT_NEAR(reportedAt(0), 0, 1);
-    EXPECT_NEAR(reportedAt(-2000), -2000, 3);
-    EXPECT_NEAR(reportedAt(1500), 1500, 3);
   }
 }
 

@@ -129,29 +129,6 @@ TEST_F(GaugeSecurity, AuthenticationAnswersTheLastChallengeUnderItsKey) {
   EXPECT_TRUE(gauge.WriteBlock(kShared, Bytes(32, 0x5A))) << "the row still takes its writes";
 }
 
-TEST_F(GaugeSecurity, OnlyFullAccessChangesAKeyAndTheAnswerShowsTheKeyHeld) {
-  const std::pair<SecurityMode, bool> modes[] = {{SecurityMode::Sealed, false},
-                                                 {SecurityMode::Unsealed, false},
-                                                 {SecurityMode::FullAccess, true}};
-  for (const auto& [mode, accepted] : modes) {
-    SCOPED_TRACE(int(mode));
-    gauge.SetKey(GaugeKey::Unseal, kUnsealKey);
-    gauge.SetSecurityMode(mode);
-    const Bytes challenge = Arm(gauge, Security::KeyChangeWord(GaugeKey::Unseal));
-    EXPECT_TRUE(gauge.WriteBlock(kShared, Reversed(kNewKey)));
-    const SecurityKey& held = accepted ? kNewKey : kUnsealKey;
-    EXPECT_EQ(gauge.Key(GaugeKey::Unseal), held);
-    EXPECT_EQ(gauge.ReadBlock(kShared), DigestOnBus(held, challenge));
-    EXPECT_FALSE(gauge.WriteBlock(kShared, Reversed(kNewKey))) << "the exchange is over";
-
-    gauge.SetSecurityMode(SecurityMode::Sealed);
-    Answer(gauge, Security::kUnsealWord, accepted ? kUnsealKey : kNewKey);
-    EXPECT_EQ(gauge.GetSecurityMode(), SecurityMode::Sealed);
-    Answer(gauge, Security::kUnsealWord, held);
-    EXPECT_EQ(gauge.GetSecurityMode(), SecurityMode::Unsealed);
-  }
-}
-
 // A transfer that fails never reaches the gauge, and a key of the wrong length is no key: the
 // exchange stays as it was.
 TEST_F(GaugeSecurity, FailedOrMisfitWritesLeaveTheKeyChangeArmed) {
