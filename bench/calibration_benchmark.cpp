@@ -19,16 +19,12 @@ int main(int argc, char* argv[]) {
     const auto orNull = [](const std::optional<double>& value) {
       return value ? nlohmann::json(*value) : nlohmann::json(nullptr);
     };
-    nlohmann::ordered_json line = {
-        {"family", ombrelay::sim::FamilyName(family)},
-        {"wall_over_floor", run.wallMs / run.floorMs},
-        {"cpu_over_wall", run.cpuMs / run.wallMs},
-        {"max_voltage_error_mv", orNull(run.maxVoltageErrorMv)},
-        {"max_temperature_error_c", orNull(run.maxTemperatureErrorC)},
-        {"bus_operations", run.busOperations},
-    };
+    nlohmann::ordered_json line = {{"family", ombrelay::sim::FamilyName(family)}};
+    line.update(ombrelay::SliceFields(run.measures));
+    line["max_voltage_error_mv"] = orNull(run.maxVoltageErrorMv);
+    line["max_temperature_error_c"] = orNull(run.maxTemperatureErrorC);
     std::cout << line.dump() << std::endl;
-    clean = clean && run.messages == 0;
+    clean = clean && run.measures.messages == 0;
   }
   return clean ? 0 : 1;
 }

@@ -1,13 +1,11 @@
 #include "bench/calibration_run.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <iostream>
 #include <vector>
 
 #include "bench/accounting_platform.h"
-#include "bench/run_measures.h"
 #include "hosts/recording_host.h"
 #include "hosts/sim_host.h"
 #include "panel/nbcal.h"
@@ -48,10 +46,8 @@ CalibrationRunResult RunCalibration(sim::Family family, const std::string& appDi
   ResetSharedState();
   g_sPluginFolder = appDir + "/plugins";
 
-  const auto wallStart = std::chrono::steady_clock::now();
-  const double cpuStart = CpuMs();
   CalibrationRunResult result;
-  {
+  result.measures = MeasureSlice(host, platform, [&] {
     NBCal panel(host, platform);
     panel.UserControl_Show();
     panel.chkUpdates.Value = 1;
@@ -83,14 +79,7 @@ CalibrationRunResult RunCalibration(sim::Family family, const std::string& appDi
     for (const std::size_t row : ScannedSensorRows(family))
       Widen(result.maxTemperatureErrorC, std::fabs(shown(panel.txtMeasTemp[row]) - celsius));
     panel.tmrScan.SetEnabled(false);
-  }
-  result.wallMs =
-      std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - wallStart)
-          .count();
-  result.cpuMs = CpuMs() - cpuStart;
-  result.floorMs = platform.WaitedMs() + HostDelayMs(host.Operations());
-  result.busOperations = host.Operations().size();
-  result.messages = platform.Messages();
+  });
   return result;
 }
 
