@@ -44,6 +44,13 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "With --screenshot and the calibration panel: once start-up has finished, type what the "
       "bench applies into the voltage and temperature page, press its calibration button, and "
       "take the screenshot afterwards.");
+  const QCommandLineOption calibrateCurrent(
+      "calibrate-current",
+      "With --screenshot and the calibration panel: once start-up has finished (and after "
+      "--calibrate), set the bench's current to 0 mA and press the coulomb counter offset and "
+      "board offset buttons, set it to -2000 mA, type it in and press the current calibration "
+      "button, type the bench's pack voltage in and press the pack calibration button, and take "
+      "the screenshot after the next scan; exit with a failure instead if a done-mark stays off.");
   const QCommandLineOption tab(
       "tab", "With --screenshot: once start-up has finished, click tab N (from 0) of the panel.",
       "N");
@@ -51,7 +58,8 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "calculator",
       "With --screenshot: once start-up has finished, open the SHA-1 calculator and save it "
       "instead of the window.");
-  parser.addOptions({sim, appDir, busLog, panel, sealed, screenshot, calibrate, tab, calculator});
+  parser.addOptions({sim, appDir, busLog, panel, sealed, screenshot, calibrate, calibrateCurrent,
+                     tab, calculator});
   parser.process(app);
 
   BenchOptions options;
@@ -80,18 +88,21 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
     options.tab = index;
   }
   const bool unattended = parser.isSet(screenshot);
-  if (!unattended && (parser.isSet(calibrate) || parser.isSet(tab) || parser.isSet(calculator))) {
-    Refuse("--calibrate, --tab and --calculator go with --screenshot");
+  if (!unattended && (parser.isSet(calibrate) || parser.isSet(calibrateCurrent) ||
+                      parser.isSet(tab) || parser.isSet(calculator))) {
+    Refuse("--calibrate, --calibrate-current, --tab and --calculator go with --screenshot");
     return std::nullopt;
   }
-  if (parser.isSet(calibrate) && options.panel != BenchPanel::Calibration) {
-    Refuse("--calibrate goes with the calibration panel");
+  if ((parser.isSet(calibrate) || parser.isSet(calibrateCurrent)) &&
+      options.panel != BenchPanel::Calibration) {
+    Refuse("--calibrate and --calibrate-current go with the calibration panel");
     return std::nullopt;
   }
   options.appDir = parser.value(appDir);
   options.busLog = parser.value(busLog);
   options.screenshot = parser.value(screenshot);
   options.calibrate = parser.isSet(calibrate);
+  options.calibrateCurrent = parser.isSet(calibrateCurrent);
   options.sealed = parser.isSet(sealed);
   options.calculator = parser.isSet(calculator);
   return options;

@@ -22,6 +22,9 @@ struct BenchOptions {
   bool sealed = false;                         // the simulated gauges start Sealed
   std::optional<int> tab;   // with a screenshot: the shown panel's tab chosen before it is taken
   bool calculator = false;  // with a screenshot: of the calculator, opened after start-up
+  // With a screenshot: the offsets, the current and the pack voltage calibrated, after calibrate,
+  // before it is taken.
+  bool calibrateCurrent = false;
 };
 
 // Exit statuses of the bench.

@@ -17,9 +17,6 @@ namespace {
 
 using ombrelay::kExitFailure;
 
-// Interval of the panel's scan, and a little more: by then one tick has filled the boxes.
-constexpr int kAfterOneScanMs = 2500;
-
 void SaveScreenshot(QWidget& window, const QString& file) {
   if (window.grab().save(file, "PNG")) {
     QCoreApplication::exit(0);
@@ -41,21 +38,28 @@ void SaveWhenSettled(ombrelay::PanelPlugin& plugin, ombrelay::BenchWindow& windo
   QTimer::singleShot(0, shown, [shown, file] { SaveScreenshot(*shown, file); });
 }
 
-// Saves the window once the first panel's start-up has finished, after a calibration when
-// asked, and ends the run with the outcome.
+// Saves the window once the first panel's start-up has finished, after the calibrations asked
+// for, and ends the run with the outcome.
 void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, ombrelay::BenchWindow& window,
                                 const ombrelay::BenchOptions& options) {
   QWidget& panel = window.ShownPanel();
   plugin.OnStartupFinished(
       &panel, [&plugin, &window, &panel, options, taken = std::make_shared<bool>(false)] {
         if (std::exchange(*taken, true)) return;
-        if (!options.calibrate) {
+        if (!options.calibrate && !options.calibrateCurrent) {
           SaveWhenSettled(plugin, window, options);
           return;
         }
         ombrelay::StartContinuousUpdates(panel);
-        QTimer::singleShot(kAfterOneScanMs, &window, [&plugin, &window, &panel, options] {
-          ombrelay::CalibrateAsTheBenchApplies(panel, window.Applied());
+        QTimer::singleShot(ombrelay::kAfterOneScanMs, &window, [&plugin, &window, &panel, options] {
+          if (options.calibrate) ombrelay::CalibrateAsTheBenchApplies(panel, window.Applied());
+          if (options.calibrateCurrent &&
+              !ombrelay::CalibrateCurrentAsTheBenchApplies(
+                  panel, window.Applied(), options.family == ombrelay::sim::Family::Quill)) {
+            std::cerr << "ombrelay-bench: a calibration's done-mark stayed off\n";
+            QCoreApplication::exit(kExitFailure);
+            return;
+          }
           SaveWhenSettled(plugin, window, options);
         });
       });

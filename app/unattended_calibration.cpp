@@ -3,8 +3,12 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QEventLoop>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QSpinBox>
+#include <QTabBar>
+#include <QTimer>
 #include <QWidget>
 
 namespace ombrelay {
@@ -36,6 +40,36 @@ void Tick(QCheckBox* box) {
   if (box != nullptr && box->isEnabled() && box->isVisible() && !box->isChecked()) box->click();
 }
 
+void Press(QWidget& panel, const char* name) {
+  auto* button = Find<QAbstractButton>(panel, name);
+  if (button != nullptr && button->isEnabled() && button->isVisible()) button->click();
+}
+
+// As a click on the panel's tab would: the panel hears of the tab it left.
+void ShowPage(QWidget& panel, int page) {
+  if (auto* tabs = Find<QTabBar>(panel, "SStabCal")) tabs->setCurrentIndex(page);
+}
+
+void WaitForScan() {
+  QEventLoop scan;
+  QTimer::singleShot(kAfterOneScanMs, &scan, &QEventLoop::quit);
+  scan.exec();
+}
+
+// Turns the bench sources dock's current knob to currentMa, and waits for the scan to show it.
+void ApplyCurrent(QWidget& panel, int currentMa) {
+  if (auto* knob = panel.window()->findChild<QSpinBox*>("current")) knob->setValue(currentMa);
+  WaitForScan();
+}
+
+bool MarkShown(QWidget& panel, const char* name) {
+  const auto* mark = Find<QWidget>(panel, name);
+  return mark != nullptr && !mark->isHidden();
+}
+
+// The load the current page asks for: a discharge of 2 A.
+constexpr int kCalibrationCurrentMa = -2000;
+
 }  // namespace
 
 void StartContinuousUpdates(QWidget& panel) {
@@ -64,7 +98,33 @@ void CalibrateAsTheBenchApplies(QWidget& panel, const sim::Measurements& applied
     Type(Find<QLineEdit>(panel, Indexed("txtActualTemp", row)), QString::number(celsius));
     Tick(Find<QCheckBox>(panel, Indexed("chkTemp", row)));
   }
-  if (auto* calibrate = Find<QAbstractButton>(panel, "btnCalibrate")) calibrate->click();
+  Press(panel, "btnCalibrate");
+}
+
+bool CalibrateCurrentAsTheBenchApplies(QWidget& panel, const sim::Measurements& applied,
+                                       bool showAnewBetweenOffsets) {
+  ShowPage(panel, 1);
+  ApplyCurrent(panel, 0);
+  Press(panel, "btnCalCCCounter");
+  if (showAnewBetweenOffsets) {
+    // Start-up runs as an event once shown: done here, before the next button.
+    panel.hide();
+    panel.show();
+    QApplication::processEvents();
+    StartContinuousUpdates(panel);
+    ShowPage(panel, 1);
+  }
+  Press(panel, "btnBoardOffset");
+  ApplyCurrent(panel, kCalibrationCurrentMa);
+  Type(Find<QLineEdit>(panel, "txtActualCurrent"), QString::number(applied.currentMa));
+  Press(panel, "btnPackCurrent");
+  ShowPage(panel, 0);
+  Type(Find<QLineEdit>(panel, "txtPackActualVoltage"), QString::number(applied.packMv));
+  Press(panel, "btnPackVoltage");
+  // The next scan shows the calibrated pack voltage.
+  WaitForScan();
+  return MarkShown(panel, "imageCCOffsetDone") && MarkShown(panel, "ImgBoardOffset") &&
+         MarkShown(panel, "ImgPackCurrent") && MarkShown(panel, "imgPackVoltage");
 }
 
 }  // namespace ombrelay

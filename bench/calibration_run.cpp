@@ -1,13 +1,12 @@
 #include "bench/calibration_run.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
+#include <functional>
 #include <iostream>
-#include <vector>
+#include <optional>
 
 #include "bench/accounting_platform.h"
-#include "bench/run_measures.h"
 #include "hosts/recording_host.h"
 #include "hosts/sim_host.h"
 #include "panel/nbcal.h"
@@ -30,9 +29,20 @@ void Widen(std::optional<double>& largest, double error) {
   largest = std::max(largest.value_or(0.0), error);
 }
 
+nlohmann::ordered_json OrNull(const std::optional<double>& value) {
+  return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json(nullptr);
+}
+
+double Shown(const TextBox& box) {
+  return TextToDouble(box.Text);
+}
+
+// The discharge current the current calibration runs at, as the engineer types it.
+constexpr std::int16_t kCalibrationCurrentMa = -2000;
+
 }  // namespace
 
-CalibrationRunResult RunCalibration(sim::Family family, const std::string& appDir) {
+CalibrationRun RunCalibrations(sim::Family family, const std::string& appDir) {
   sim::RealClock clock;
   const auto gauge = sim::MakeSampleGauge(family, clock);
   // Every sensor at one temperature, as in a climate chamber.
@@ -48,50 +58,89 @@ CalibrationRunResult RunCalibration(sim::Family family, const std::string& appDi
   ResetSharedState();
   g_sPluginFolder = appDir + "/plugins";
 
-  const auto wallStart = std::chrono::steady_clock::now();
-  const double cpuStart = CpuMs();
-  CalibrationRunResult result;
-  {
-    NBCal panel(host, platform);
+  // Only the row families read their battery and have a formula for the pack gain; the others
+  // show "Err_Rd" for the battery and keep the pack gain they hold, by design.
+  const bool rowFamily = family == sim::Family::Morlin || family == sim::Family::KeldPlus;
+  CalibrationRun run;
+  NBCal panel(host, platform);
+  const auto press = [&](const char* calibration, void (NBCal::*click)(), const Picture& doneMark) {
+    const SliceMeasures measures = MeasureSlice(host, platform, [&] { (panel.*click)(); });
+    run.rows.push_back({calibration, measures, doneMark.Visible, {}});
+  };
+  // The bench's current, and the scan that shows it.
+  const auto applyCurrent = [&](std::int16_t currentMa) {
+    applied.currentMa = currentMa;
+    gauge->ApplyMeasurements(applied);
+    panel.tmrScan_Timer();
+  };
+  const auto currentError = [&] {
+    return std::fabs(Shown(panel.txtMeasuredCurrent) - applied.currentMa);
+  };
+
+  panel.UserControl_Show();
+  panel.chkUpdates.Value = 1;
+  panel.tmrScan_Timer();
+
+  std::vector<int> stack;
+  for (int cell = 0, sum = 0; cell < g_iNumCells && cell < 4; ++cell) {
+    stack.push_back(sum += applied.cellMv[static_cast<std::size_t>(cell)]);
+    panel.txtVoltage[static_cast<std::size_t>(cell)].Text = std::to_string(stack.back());
+  }
+  panel.txtBatVoltageActual.Text = std::to_string(applied.batteryMv);
+  panel.chkVoltageCal.Value = 1;
+  const double celsius = (3000 - 2732) / 10.0;
+  for (const std::size_t row : ScannedSensorRows(family)) {
+    panel.chkTemp[row].Value = 1;
+    panel.txtActualTemp[row].Text = FormatShortest(celsius);
+  }
+  press("voltage_temperature", &NBCal::btnCalibrate_Click, panel.imgCalDoneBox);
+  panel.tmrScan_Timer();
+  std::optional<double> voltageError;
+  for (std::size_t row = 0; row < stack.size(); ++row)
+    Widen(voltageError, std::fabs(Shown(panel.txtCalMeasVoltage[row]) - stack[row]));
+  if (g_bBatteryVSupported && rowFamily) {
+    Widen(voltageError, std::fabs(Shown(panel.txtBatMeasured) - applied.batteryMv));
+  }
+  std::optional<double> temperatureError;
+  for (const std::size_t row : ScannedSensorRows(family))
+    Widen(temperatureError, std::fabs(Shown(panel.txtMeasTemp[row]) - celsius));
+  run.rows.back().errors = {{"max_voltage_error_mv", OrNull(voltageError)},
+                            {"max_temperature_error_c", OrNull(temperatureError)}};
+
+  // The offsets at no load: what the scan then shows is what is left of them.
+  applyCurrent(0);
+  press("cc_offset", &NBCal::btnCalCCCounter_Click, panel.imageCCOffsetDone);
+  panel.tmrScan_Timer();
+  run.rows.back().errors = {{"max_current_error_ma", currentError()}};
+  // QUILL reads its calibration table at start-up only, and the board offset builds on the
+  // coulomb counter offset the table holds: the engineer shows the panel anew in between.
+  if (family == sim::Family::Quill) {
     panel.UserControl_Show();
     panel.chkUpdates.Value = 1;
-    panel.tmrScan_Timer();
-
-    std::vector<int> stack;
-    for (int cell = 0, sum = 0; cell < g_iNumCells && cell < 4; ++cell) {
-      stack.push_back(sum += applied.cellMv[static_cast<std::size_t>(cell)]);
-      panel.txtVoltage[static_cast<std::size_t>(cell)].Text = std::to_string(stack.back());
-    }
-    panel.txtBatVoltageActual.Text = std::to_string(applied.batteryMv);
-    panel.chkVoltageCal.Value = 1;
-    const double celsius = (3000 - 2732) / 10.0;
-    for (const std::size_t row : ScannedSensorRows(family)) {
-      panel.chkTemp[row].Value = 1;
-      panel.txtActualTemp[row].Text = FormatShortest(celsius);
-    }
-    panel.btnCalibrate_Click();
-    panel.tmrScan_Timer();
-
-    const auto shown = [](const TextBox& box) { return TextToDouble(box.Text); };
-    for (std::size_t row = 0; row < stack.size(); ++row)
-      Widen(result.maxVoltageErrorMv, std::fabs(shown(panel.txtCalMeasVoltage[row]) - stack[row]));
-    // Only the row families read their battery; the others show "Err_Rd" by design.
-    const bool readsBattery = family == sim::Family::Morlin || family == sim::Family::KeldPlus;
-    if (g_bBatteryVSupported && readsBattery) {
-      Widen(result.maxVoltageErrorMv, std::fabs(shown(panel.txtBatMeasured) - applied.batteryMv));
-    }
-    for (const std::size_t row : ScannedSensorRows(family))
-      Widen(result.maxTemperatureErrorC, std::fabs(shown(panel.txtMeasTemp[row]) - celsius));
-    panel.tmrScan.SetEnabled(false);
   }
-  result.wallMs =
-      std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - wallStart)
-          .count();
-  result.cpuMs = CpuMs() - cpuStart;
-  result.floorMs = platform.WaitedMs() + HostDelayMs(host.Operations());
-  result.busOperations = host.Operations().size();
-  result.messages = platform.Messages();
-  return result;
+  press("board_offset", &NBCal::btnBoardOffset_Click, panel.ImgBoardOffset);
+  panel.tmrScan_Timer();
+  run.rows.back().errors = {{"max_current_error_ma", currentError()}};
+
+  applyCurrent(kCalibrationCurrentMa);
+  panel.txtActualCurrent.Text = std::to_string(kCalibrationCurrentMa);
+  press("current", &NBCal::btnPackCurrent_Click, panel.ImgPackCurrent);
+  applyCurrent(kCalibrationCurrentMa);
+  const double underLoad = currentError();
+  applyCurrent(0);
+  run.rows.back().errors = {{"max_current_error_ma", std::max(underLoad, currentError())}};
+
+  panel.txtPackActualVoltage.Text = std::to_string(applied.packMv);
+  press("pack_voltage", &NBCal::btnPackVoltage_Click, panel.imgPackVoltage);
+  panel.tmrScan_Timer();
+  run.rows.back().errors = {
+      {"max_pack_error_mv",
+       OrNull(rowFamily ? std::optional(std::fabs(Shown(panel.txtPackMeasured) - applied.packMv))
+                        : std::nullopt)}};
+
+  panel.tmrScan.SetEnabled(false);
+  run.messages = platform.Messages();
+  return run;
 }
 
 }  // namespace ombrelay

@@ -1,29 +1,36 @@
 #pragma once
-// One voltage and temperature calibration on a simulated gauge in real time, as an engineer
-// runs it: start-up, the scan, the applied values typed in, the button, the scan afterwards.
+// Every calibration of the panel on a simulated gauge in real time, on one panel as an engineer
+// runs them: start-up and the scan, voltage and temperature, the coulomb counter offset at no
+// load, the board offset, the current at a discharge of 2 A, and the pack voltage.
 
-#include <cstdint>
-#include <optional>
+#include <cstddef>
+#include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
+#include "bench/run_measures.h"
 #include "sim/family.h"
 
 namespace ombrelay {
 
-struct CalibrationRunResult {
-  double wallMs = 0.0;
-  double cpuMs = 0.0;
-  // The waits the program asks for along the path: plain, pumping and the host's.
-  double floorMs = 0.0;
-  // Largest differences between applied and shown values after the calibration; nothing where
-  // the family shows none.
-  std::optional<double> maxVoltageErrorMv;
-  std::optional<double> maxTemperatureErrorC;
-  std::size_t busOperations = 0;
-  // Message boxes shown on the way; a clean run shows none.
+// One calibration: its button press, measured alone, and how well the gauge agrees afterwards.
+struct CalibrationRow {
+  // "voltage_temperature", "cc_offset", "board_offset", "current" or "pack_voltage"
+  std::string calibration;
+  SliceMeasures measures;
+  // Whether the calibration's done-mark showed.
+  bool done = false;
+  // The largest differences between applied and shown values afterwards, under their names in
+  // the benchmark's lines; null where the family shows none.
+  nlohmann::ordered_json errors;
+};
+
+struct CalibrationRun {
+  std::vector<CalibrationRow> rows;  // in the order of the presses
+  // Message boxes shown anywhere on the run, presses or not; a clean run shows none.
   std::size_t messages = 0;
 };
 
-CalibrationRunResult RunCalibration(sim::Family family, const std::string& appDir);
+CalibrationRun RunCalibrations(sim::Family family, const std::string& appDir);
 
 }  // namespace ombrelay

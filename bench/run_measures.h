@@ -1,17 +1,33 @@
 #pragma once
-// What every benchmark run measures besides its own results: the process's CPU time, and the
-// host's own waits, which belong to the floor of a run as much as the platform's.
+// What every benchmark measures besides its own results, one slice of a run at a time (one
+// button press or operation): its wall and CPU time, the waits that are its floor, its bus
+// operations and the boxes it shows.
 
-#include <span>
+#include <cstddef>
+#include <functional>
+#include <nlohmann/json.hpp>
 
-#include "hosts/bus_operation.h"
+#include "bench/accounting_platform.h"
+#include "hosts/recording_host.h"
 
 namespace ombrelay {
 
-// User and system time of this process so far, in milliseconds.
-double CpuMs();
+struct SliceMeasures {
+  double wallMs = 0.0;
+  double cpuMs = 0.0;
+  // The waits the program asks for along the slice: plain, pumping and the host's.
+  double floorMs = 0.0;
+  std::size_t busOperations = 0;
+  // Message boxes shown on the way; a clean slice shows none.
+  std::size_t messages = 0;
+};
 
-// The milliseconds of the host's Delay calls among operations.
-double HostDelayMs(std::span<const BusOperation> operations);
+// Runs slice and measures it alone, on the host and platform it goes through.
+SliceMeasures MeasureSlice(const RecordingHost& host, const AccountingPlatform& platform,
+                           const std::function<void()>& slice);
+
+// The fields every benchmark line gives about a slice: wall_over_floor, cpu_over_wall and
+// bus_operations, in that order.
+nlohmann::ordered_json SliceFields(const SliceMeasures& measures);
 
 }  // namespace ombrelay

@@ -20,13 +20,12 @@ int main(int argc, char* argv[]) {
        {ombrelay::sim::Family::Keld, ombrelay::sim::Family::Quill, ombrelay::sim::Family::Morlin,
         ombrelay::sim::Family::KeldPlus}) {
     for (const ombrelay::SecurityRunResult& run : ombrelay::RunSecurityOperations(family, appDir)) {
-      const nlohmann::ordered_json line = {
-          {"family", ombrelay::sim::FamilyName(family)}, {"operation", run.operation},
-          {"wall_over_floor", run.wallMs / run.floorMs}, {"cpu_over_wall", run.cpuMs / run.wallMs},
-          {"bus_operations", run.busOperations},         {"ok", run.ok},
-      };
+      nlohmann::ordered_json line = {{"family", ombrelay::sim::FamilyName(family)},
+                                     {"operation", run.operation}};
+      line.update(ombrelay::SliceFields(run.measures));
+      line["ok"] = run.ok;
       std::cout << line.dump() << std::endl;
-      clean = clean && run.ok && run.messages == 0;
+      clean = clean && run.ok && run.measures.messages == 0;
     }
   }
   return clean ? 0 : 1;

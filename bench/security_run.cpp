@@ -1,12 +1,9 @@
 #include "bench/security_run.h"
 
-#include <chrono>
 #include <functional>
 #include <iostream>
-#include <span>
 
 #include "bench/accounting_platform.h"
-#include "bench/run_measures.h"
 #include "hosts/recording_host.h"
 #include "hosts/sim_host.h"
 #include "platforms/console_platform.h"
@@ -43,24 +40,8 @@ std::vector<SecurityRunResult> RunSecurityOperations(sim::Family family,
   std::vector<SecurityRunResult> results;
   const auto measure = [&](const char* operation, const std::function<void()>& click,
                            const std::function<bool()>& ok) {
-    const std::size_t operationsBefore = host.Operations().size();
-    const double waitedBefore = platform.WaitedMs();
-    const std::size_t messagesBefore = platform.Messages();
-    const double cpuBefore = CpuMs();
-    const auto wallStart = std::chrono::steady_clock::now();
-    click();
-    SecurityRunResult result;
-    result.operation = operation;
-    result.wallMs =
-        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - wallStart)
-            .count();
-    result.cpuMs = CpuMs() - cpuBefore;
-    const auto operations = std::span(host.Operations()).subspan(operationsBefore);
-    result.floorMs = platform.WaitedMs() - waitedBefore + HostDelayMs(operations);
-    result.busOperations = operations.size();
-    result.ok = ok();
-    result.messages = platform.Messages() - messagesBefore;
-    results.push_back(result);
+    const SliceMeasures measures = MeasureSlice(host, platform, click);
+    results.push_back({operation, measures, ok()});
   };
   const auto go = [&panel](std::int16_t option) {
     return [&panel, option] {

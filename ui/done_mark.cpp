@@ -12,7 +12,11 @@ const QColor kGreen(0x2E, 0x9E, 0x3A);
 }  // namespace
 
 DoneMark::DoneMark(QWidget* parent) : QWidget(parent) {
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  QSizePolicy policy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  // Hidden until its calibration succeeds: its room is kept, so that nothing on the page moves
+  // when it shows.
+  policy.setRetainSizeWhenHidden(true);
+  setSizePolicy(policy);
 }
 
 QSize DoneMark::sizeHint() const {

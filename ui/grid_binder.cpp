@@ -1,6 +1,7 @@
 #include "ui/grid_binder.h"
 
 #include <QHeaderView>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 
 #include "shell/controls.h"
@@ -11,6 +12,24 @@ namespace {
 Qt::Alignment ToQtAlignment(CellAlignment alignment) {
   return alignment == CellAlignment::Centre ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter;
 }
+
+// Values are read whole: one a little wider than its cell, such as a gain with three decimals,
+// is cut at the cell's edge rather than losing its last digits to an ellipsis. The fixed cells
+// keep the ellipsis, which tells a cut name from a whole one.
+class ValueDelegate : public QStyledItemDelegate {
+ public:
+  ValueDelegate(const Grid& grid, QObject* parent) : QStyledItemDelegate(parent), grid_(grid) {}
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.row() >= grid_.FixedRows && index.column() >= grid_.FixedCols)
+      option->textElideMode = Qt::ElideNone;
+  }
+
+ private:
+  const Grid& grid_;
+};
 
 }  // namespace
 
@@ -29,6 +48,7 @@ GridBinder::GridBinder(QTableWidget& widget, const Grid& control)
   widget_.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   // The control's width is its columns' widths: a frame inside it would cut off the values.
   widget_.setFrameShape(QFrame::NoFrame);
+  widget_.setItemDelegate(new ValueDelegate(control_, &widget_));
 }
 
 void GridBinder::Refresh() {

@@ -1,14 +1,19 @@
 # Runs the bench unattended on a simulated MORLIN and checks that it leaves a PNG screenshot.
 # Arguments: BENCH, the bench executable; SCREENSHOT, the file to write; PANEL, the panel shown
-# (calibration when not given).
+# (calibration when not given); OPTIONS, further options of the bench, separated by semicolons;
+# NO_MESSAGES, when ON, also checks that no message box showed on the way.
 if(NOT DEFINED PANEL)
   set(PANEL calibration)
 endif()
 file(REMOVE ${SCREENSHOT})
-execute_process(COMMAND ${BENCH} --sim morlin --panel ${PANEL} --screenshot ${SCREENSHOT}
-                RESULT_VARIABLE status)
+execute_process(COMMAND ${BENCH} --sim morlin --panel ${PANEL} ${OPTIONS} --screenshot ${SCREENSHOT}
+                RESULT_VARIABLE status ERROR_VARIABLE errors)
 if(NOT status EQUAL 0)
-  message(FATAL_ERROR "ombrelay-bench exited with ${status}")
+  message(FATAL_ERROR "ombrelay-bench exited with ${status}: ${errors}")
+endif()
+# Unattended, every box is written to standard error as a line of its own.
+if(NO_MESSAGES AND errors MATCHES "(^|\n)message: ")
+  message(FATAL_ERROR "ombrelay-bench showed a message box: ${errors}")
 endif()
 if(NOT EXISTS ${SCREENSHOT})
   message(FATAL_ERROR "no screenshot at ${SCREENSHOT}")

@@ -8,12 +8,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTableWidget>
 #include <QTest>
 #include <QVBoxLayout>
+#include <map>
 #include <sstream>
 
 #include "shell/controls.h"
@@ -286,6 +288,41 @@ TEST_F(ControlBindingsTest, GridShowsCellsRowsAndColumnsFromTwips) {
   bindings.Refresh();
   EXPECT_EQ(table.rowCount(), 4);
   EXPECT_EQ(table.item(3, 1)->text(), "-");
+}
+
+// Keeps the elide mode each grid cell is drawn with, by its text.
+class ElideRecordingStyle : public QProxyStyle {
+ public:
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    if (element == CE_ItemViewItem) {
+      const auto* item = static_cast<const QStyleOptionViewItem*>(option);
+      elideModes[item->text] = item->textElideMode;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+  }
+  mutable std::map<QString, Qt::TextElideMode> elideModes;
+};
+
+TEST_F(ControlBindingsTest, GridValuesAreDrawnWholeAndNamesElided) {
+  gridControl.SetCols(2);
+  gridControl.SetRows(2);
+  gridControl.FixedRows = 1;
+  gridControl.FixedCols = 1;
+  gridControl.Cell(0, 1).Text = "Value";
+  gridControl.Cell(1, 0).Text = "Coulomb Counter Delta";
+  gridControl.Cell(1, 1).Text = "268750.625";
+  auto* style = new ElideRecordingStyle;
+  style->setParent(&table);
+  table.setStyle(style);
+  bindings.Bind(table, gridControl);
+  bindings.Refresh();
+  window.show();
+  table.grab();
+
+  EXPECT_EQ(style->elideModes["268750.625"], Qt::ElideNone);
+  EXPECT_EQ(style->elideModes["Coulomb Counter Delta"], table.textElideMode());
+  EXPECT_EQ(style->elideModes["Value"], table.textElideMode());
 }
 
 TEST_F(ControlBindingsTest, CancelledValidateKeepsTheFocus) {
