@@ -3,18 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <iostream>
 #include <optional>
 
-#include "bench/accounting_platform.h"
+#include "bench/real_time_bench.h"
 #include "hosts/recording_host.h"
-#include "hosts/sim_host.h"
 #include "panel/nbcal.h"
-#include "platforms/console_platform.h"
 #include "shell/numeric.h"
 #include "shell/shared_state.h"
-#include "sim/clock.h"
-#include "sim/sample_gauges.h"
 
 namespace ombrelay {
 namespace {
@@ -43,20 +38,14 @@ constexpr std::int16_t kCalibrationCurrentMa = -2000;
 }  // namespace
 
 CalibrationRun RunCalibrations(sim::Family family, const std::string& appDir) {
-  sim::RealClock clock;
-  const auto gauge = sim::MakeSampleGauge(family, clock);
+  RealTimeBench bench(family, appDir);
+  RecordingHost& host = bench.host;
+  AccountingPlatform& platform = bench.platform;
+  const std::unique_ptr<sim::Gauge>& gauge = bench.gauge;
   // Every sensor at one temperature, as in a climate chamber.
   sim::Measurements applied = gauge->AppliedMeasurements();
   applied.temperatures.fill(3000);
   gauge->ApplyMeasurements(applied);
-  SimHost bus(clock);
-  bus.Attach(gauge.get());
-  RecordingHost host(bus, [&clock] { return clock.NowMs(); });
-  ConsolePlatform console(std::cerr);
-  console.StartDayNow();
-  AccountingPlatform platform(console);
-  ResetSharedState();
-  g_sPluginFolder = appDir + "/plugins";
 
   // Only the row families read their battery and have a formula for the pack gain; the others
   // show "Err_Rd" for the battery and keep the pack gain they hold, by design.

@@ -1,17 +1,12 @@
 #include "bench/security_run.h"
 
 #include <functional>
-#include <iostream>
 
-#include "bench/accounting_platform.h"
+#include "bench/real_time_bench.h"
 #include "hosts/recording_host.h"
-#include "hosts/sim_host.h"
-#include "platforms/console_platform.h"
 #include "security/auth_morlin.h"
 #include "shell/shared_state.h"
 #include "sim/challenge_digest.h"
-#include "sim/clock.h"
-#include "sim/sample_gauges.h"
 
 namespace ombrelay {
 namespace {
@@ -24,16 +19,10 @@ constexpr sim::SecurityKey kNewUnsealKeyBytes = {0x01, 0x23, 0x45, 0x67, 0x89, 0
 
 std::vector<SecurityRunResult> RunSecurityOperations(sim::Family family,
                                                      const std::string& appDir) {
-  sim::RealClock clock;
-  const auto gauge = sim::MakeSampleGauge(family, clock);
-  SimHost bus(clock);
-  bus.Attach(gauge.get());
-  RecordingHost host(bus, [&clock] { return clock.NowMs(); });
-  ConsolePlatform console(std::cerr);
-  console.StartDayNow();
-  AccountingPlatform platform(console);
-  ResetSharedState();
-  g_sPluginFolder = appDir + "/plugins";
+  RealTimeBench bench(family, appDir);
+  RecordingHost& host = bench.host;
+  AccountingPlatform& platform = bench.platform;
+  const std::unique_ptr<sim::Gauge>& gauge = bench.gauge;
 
   AuthMorlin panel(host, platform);
   panel.UserControl_Show();

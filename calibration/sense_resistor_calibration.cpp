@@ -7,6 +7,7 @@
 #include "calibration/calibration_targets.h"
 #include "calibration/current_pack_calibration.h"
 #include "gauge/calibration_dataflash.h"
+#include "gauge/measurement_reads.h"
 #include "gauge/value_conversion.h"
 #include "shell/numeric.h"
 #include "shell/platform.h"
@@ -31,17 +32,14 @@ std::array<std::uint8_t, 4> GaugeFloatBytes(double value) {
 }  // namespace
 
 Status CalibrateSenseResistor(const std::string& actual) {
-  std::uint8_t high = 0;
-  std::uint8_t low = 0;
-  if (g_oHost->ReadSMBusWord(kSBSCurrent, high, low, g_iTargetAddress) != 0) {
+  const std::optional<std::int16_t> word = ReadSignedWord(kSBSCurrent);
+  if (!word) {
     MsgBox(
         "Unable to read current attempting current calibration. Current calibration was not "
         "performed.");
     return 1;
   }
-  std::int16_t word = 0;
-  JoinBytestoWord(high, low, word);
-  const double measured = word;
+  const double measured = *word;
   const double gain = TextToDouble(CalTarget(kCurrentGainFields).sValue);
   const double known = TextToDouble(actual);
   if (measured > -kNoCurrent && measured < kNoCurrent) {

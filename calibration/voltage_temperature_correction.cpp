@@ -9,6 +9,7 @@
 #include "calibration/calibration_patch.h"
 #include "gauge/calibration_dataflash.h"
 #include "gauge/calibration_layout.h"
+#include "gauge/measurement_reads.h"
 #include "shell/numeric.h"
 #include "shell/platform.h"
 #include "shell/shared_state.h"
@@ -24,8 +25,6 @@ constexpr std::size_t kRawBattery = 11;
 constexpr std::size_t kSensors = 5;
 constexpr std::int16_t kBatteryGainField = 5;
 constexpr std::int32_t kSbsTemperature = 0x08;
-// Tenths of a kelvin at 0 degrees Celsius, as the gauge counts them.
-constexpr double kZeroCelsiusTenths = 2732.0;
 constexpr double kScaleUnit = 65536.0;
 constexpr double kLargestWord = 65535.0;
 
@@ -199,17 +198,14 @@ Status Calibrate(bool bVoltage, bool bTemperature, const VoltageCalInputs& volta
   // KELD reads its live temperature whichever parts were asked for.
   double sbsTemperature = 0.0;
   if (g_iDFType == KELD) {
-    std::uint8_t high = 0;
-    std::uint8_t low = 0;
-    if (g_oHost->ReadSMBusWord(kSbsTemperature, high, low, g_iTargetAddress) != 0) {
+    const std::optional<std::int16_t> word = ReadSignedWord(kSbsTemperature);
+    if (!word) {
       MsgBox(
           "Unable to read current SBS Temperature from device. Temperature calibration not "
           "completed. Please retry.");
       return 1;
     }
-    std::int16_t word = 0;
-    JoinBytestoWord(high, low, word);
-    sbsTemperature = (word - kZeroCelsiusTenths) * 0.1;
+    sbsTemperature = (*word - kZeroCelsiusTenths) * 0.1;
   }
 
   if (bTemperature && CalibrateTemperatures(temperatures, sbsTemperature) != 0) return 1;

@@ -46,6 +46,15 @@ void ReadStackVoltages(const CellCommands& commands, std::size_t firstDoubleSum,
 
 }  // namespace
 
+std::optional<std::int16_t> ReadSignedWord(std::int32_t command) {
+  std::uint8_t high = 0;
+  std::uint8_t low = 0;
+  if (g_oHost->ReadSMBusWord(command, high, low, g_iTargetAddress) != 0) return std::nullopt;
+  std::int16_t word = 0;
+  JoinBytestoWord(high, low, word);
+  return word;
+}
+
 Status readmeasurementfromdevice(const std::string& readCommand, const std::string& format,
                                  std::string& value) {
   if (format != "U2" && format != "I2" && format != "I1") {

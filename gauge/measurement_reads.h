@@ -2,6 +2,8 @@
 // Measurements that some gauges give only as single words: the cell voltages summed from the
 // bottom of the stack upward, and any one value named by a read command of the configuration.
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "shell/host.h"
@@ -13,6 +15,9 @@ inline constexpr const char* kErrRd = "Err_Rd";
 
 // Tenths of a kelvin at 0 degrees Celsius, as the gauge counts its temperatures.
 inline constexpr double kZeroCelsiusTenths = 2732.0;
+
+// An SBS word as a signed 16-bit value; nothing when the read failed.
+std::optional<std::int16_t> ReadSignedWord(std::int32_t command);
 
 // readCommand is "SBS,<command>" or "MAC,<word>"; format is U2, I2 or I1. 1 after a message
 // when either is unusable (value untouched), else 0 with the value in value, or kErrRd after a

@@ -33,15 +33,6 @@ std::string CelsiusFromTenthsKelvin(double tenths) {
 }
 
 // A signed SBS word; nothing when it cannot be read.
-std::optional<std::int16_t> ReadSignedWord(std::int32_t command) {
-  std::uint8_t high = 0;
-  std::uint8_t low = 0;
-  if (g_oHost->ReadSMBusWord(command, high, low, g_iTargetAddress) != 0) return std::nullopt;
-  std::int16_t word = 0;
-  JoinBytestoWord(high, low, word);
-  return word;
-}
-
 // A sensor named by its read command, in degrees C.
 void ShowSensorTemperature(const std::string& readCommand, TextBox& box) {
   std::string value;
