@@ -8,7 +8,6 @@ namespace ombrelay {
 namespace {
 
 constexpr std::int16_t kTargetAddress = 23;
-constexpr std::int32_t kAuthenticationCommand = 0x2F;
 constexpr std::int16_t kAuthenticationTab = 1;
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "security/exchange.h"
 #include "security/security_controls.h"
 #include "shell/host.h"
 
@@ -80,6 +81,8 @@ class AuthMorlin : public SecurityControls {
     const char* failure;
   };
 
+  // AUTHENTICATE of challenge under key, its three forms together.
+  KeyedDigest DigestOf(const std::string& challenge, const std::string& key) const;
   void AttachHost();
   void InitSecurityPanel();
   void ChangeKey(const KeyChange& change);

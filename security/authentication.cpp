@@ -15,18 +15,15 @@
 namespace ombrelay {
 namespace {
 
-constexpr std::int32_t kAuthenticationCommand = 0x2F;
 // This exchange always goes to the fixed address, which start-up makes the target address too.
 constexpr std::int16_t kAddress = 23;
 constexpr std::size_t kKeyDigits = 32;
 constexpr std::int16_t kBlockLength = 20;
-constexpr std::uint32_t kBlack = 0x000000;
-constexpr std::uint32_t kRed = 0xFF0000;
 
 }  // namespace
 
 void AuthMorlin::btnAuthenticate_Click() {
-  lblAuthenticationStatus.ForeColor = kBlack;
+  lblAuthenticationStatus.ForeColor = kVerdictBlack;
   lblAuthenticationStatus.Caption = "";
   if (TextCharacters(txtAuthKey.Text).size() != kKeyDigits) {
     MsgBox("Length of Authentication Key is not 32 characters.  Please check length of key.");
@@ -64,12 +61,7 @@ void AuthMorlin::btnAuthenticate_Click() {
   DelayMilliseconds(50);
   g_oHost->CheckForError();
 
-  std::array<std::uint8_t, 256> digest{};
-  std::string firstPassResult;
-  std::string sha1Result;
-  std::string sha1ResultBigEndian;
-  AUTHENTICATE(challengeText, txtAuthKey.Text, firstPassResult, sha1Result, sha1ResultBigEndian,
-               digest);
+  const KeyedDigest digest = DigestOf(challengeText, txtAuthKey.Text);
   std::array<std::uint8_t, 21> reply{};
   std::int16_t count = 0;
   if (g_oHost->ReadSMBusBlock_(kAuthenticationCommand, reply, count, kAddress) != 0) {
@@ -77,14 +69,14 @@ void AuthMorlin::btnAuthenticate_Click() {
     MsgBox("Failed to Read Authentication Response from device.");
     return;
   }
-  txtSHA1Result.Text = sha1ResultBigEndian;
+  txtSHA1Result.Text = digest.sha1ResultBigEndian;
   const auto answer = std::span(reply).first(kBlockLength);
   txtPartDigest.Text = TurnedHexText(answer);
-  if (HexText(answer) == sha1Result) {
-    lblAuthenticationStatus.ForeColor = kBlack;
+  if (HexText(answer) == digest.sha1Result) {
+    lblAuthenticationStatus.ForeColor = kVerdictBlack;
     lblAuthenticationStatus.Caption = "Authentication Successful";
   } else {
-    lblAuthenticationStatus.ForeColor = kRed;
+    lblAuthenticationStatus.ForeColor = kVerdictRed;
     lblAuthenticationStatus.Caption = "Authentication Failed";
   }
   btnAuthenticate.Enabled = true;

@@ -51,4 +51,11 @@ void AuthMorlin::AUTHENTICATE(const std::string& txtMsg, const std::string& key,
   HiddenCalculator().str2byte(sha1Result, digestLittleEndian, kDigestBytes);
 }
 
+KeyedDigest AuthMorlin::DigestOf(const std::string& challenge, const std::string& key) const {
+  KeyedDigest digest;
+  AUTHENTICATE(challenge, key, digest.firstPassResult, digest.sha1Result,
+               digest.sha1ResultBigEndian, digest.digestLittleEndian);
+  return digest;
+}
+
 }  // namespace ombrelay

@@ -12,11 +12,8 @@
 namespace ombrelay {
 namespace {
 
-constexpr std::int32_t kAuthenticationCommand = 0x2F;
 constexpr std::int16_t kChallengeLength = 20;
 constexpr std::int16_t kKeyLength = 16;
-constexpr std::uint32_t kBlack = 0x000000;
-constexpr std::uint32_t kRed = 0xFF0000;
 constexpr const char* kChallengeNotRead =
     "Not able to read challenge from pack. Please check communications with device.";
 
@@ -58,13 +55,9 @@ void AuthMorlin::ChangeKey(const KeyChange& change) {
   }
   const std::string challengeText = TurnedHexText(std::span(challenge).first(kChallengeLength));
   change.challenge.Text = challengeText;
-  std::array<std::uint8_t, 256> digest{};
-  std::string firstPassResult;
-  std::string sha1Result;
-  std::string sha1ResultBigEndian;
-  AUTHENTICATE(challengeText, newKey, firstPassResult, sha1Result, sha1ResultBigEndian, digest);
+  const KeyedDigest digest = DigestOf(challengeText, newKey);
   g_oPlatform->Sleep(20);
-  change.digest.Text = sha1ResultBigEndian;
+  change.digest.Text = digest.sha1ResultBigEndian;
 
   if (g_oHost->WriteSMBusBlock(kAuthenticationCommand, keyBlock, kKeyLength, g_iTargetAddress) !=
       0) {
@@ -83,8 +76,8 @@ void AuthMorlin::ChangeKey(const KeyChange& change) {
   }
   const auto answer = std::span(reply).first(kChallengeLength);
   change.reply.Text = TurnedHexText(answer);
-  const bool accepted = HexText(answer) == sha1Result;
-  lblUnsealkeyStatus.ForeColor = accepted ? kBlack : kRed;
+  const bool accepted = HexText(answer) == digest.sha1Result;
+  lblUnsealkeyStatus.ForeColor = accepted ? kVerdictBlack : kVerdictRed;
   lblUnsealkeyStatus.Caption = accepted ? change.success : change.failure;
 }
 

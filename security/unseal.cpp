@@ -12,7 +12,6 @@
 namespace ombrelay {
 namespace {
 
-constexpr std::int32_t kAuthenticationCommand = 0x2F;
 constexpr std::int16_t kUnsealWord = 0x0031;
 constexpr std::int16_t kFullAccessWord = 0x0032;
 constexpr std::int16_t kBlockLength = 20;
@@ -49,17 +48,12 @@ void AuthMorlin::UnsealDevice(const std::string& mode) {
   const std::string challengeText = TurnedHexText(std::span(challenge).first(kBlockLength));
   txtSealRandomfromDevice.Text = challengeText;
 
-  std::array<std::uint8_t, 256> digest{};
-  std::string firstPassResult;
-  std::string sha1Result;
-  std::string sha1ResultBigEndian;
-  AUTHENTICATE(challengeText, txtUnsealKey.Text, firstPassResult, sha1Result, sha1ResultBigEndian,
-               digest);
+  const KeyedDigest digest = DigestOf(challengeText, txtUnsealKey.Text);
   g_oPlatform->Sleep(20);
-  txtDigest.Text = sha1ResultBigEndian;
+  txtDigest.Text = digest.sha1ResultBigEndian;
   txtSealRandomNumberandKey.Text = txtUnsealKey.Text + challengeText;
-  if (g_oHost->WriteSMBusBlock(kAuthenticationCommand, digest, kBlockLength, g_iTargetAddress) !=
-      0) {
+  if (g_oHost->WriteSMBusBlock(kAuthenticationCommand, digest.digestLittleEndian, kBlockLength,
+                               g_iTargetAddress) != 0) {
     MsgBox("Not able to send unseal response.");
   }
   g_oPlatform->PumpEvents();
