@@ -46,6 +46,9 @@ void Handshake(SecurityBench& bench, std::int16_t option, const std::string& tra
   EXPECT_EQ(bench.panel.txtSealRandomfromDevice.Text, TurnedHexOf(challenge));
   EXPECT_EQ(bench.panel.txtSealRandomNumberandKey.Text,
             bench.panel.txtUnsealKey.Text + TurnedHexOf(challenge));
+  // The digest shows in reading order, the turn of what went on the bus.
+  const auto p2 = ExpectedDigest(bench.panel.txtUnsealKey.Text, Displayed(challenge));
+  EXPECT_EQ(bench.panel.txtDigest.Text, HexOf({p2.begin(), p2.end()}));
 }
 
 TEST(Security, StartsUpShowingTheMode) {
@@ -136,6 +139,7 @@ struct KeySlot {
   const char* word;
   void (AuthMorlin::*click)();
   TextBox AuthMorlin::*newKey;
+  TextBox AuthMorlin::*digest;
   TextBox AuthMorlin::*reply;
   const char* progress;
   const char* success;
@@ -145,16 +149,17 @@ struct KeySlot {
 
 const KeySlot kSlots[] = {
     {"0035", &AuthMorlin::Change_Unseal_Key_Click, &AuthMorlin::txtUnsealKeyNew,
-     &AuthMorlin::txtNewUnsealKeyResponseDev, "Changing Unsealkey...",
-     "Unseal Key Change Successful", "Unseal Key Change Failed", sim::GaugeKey::Unseal},
+     &AuthMorlin::txtUnsealRandomNumandKey, &AuthMorlin::txtNewUnsealKeyResponseDev,
+     "Changing Unsealkey...", "Unseal Key Change Successful", "Unseal Key Change Failed",
+     sim::GaugeKey::Unseal},
     {"0036", &AuthMorlin::Change_FullAccl_Key_Click, &AuthMorlin::txtFullAcclKeyNew,
-     &AuthMorlin::txtNewFullAccKeyResponseDev, "Changing Full Access Key ...",
-     "Full Access Key Change Successful", "Full Access Key Change Failed",
-     sim::GaugeKey::FullAccess},
+     &AuthMorlin::txtFullAcclRandomNumandKey, &AuthMorlin::txtNewFullAccKeyResponseDev,
+     "Changing Full Access Key ...", "Full Access Key Change Successful",
+     "Full Access Key Change Failed", sim::GaugeKey::FullAccess},
     {"0037", &AuthMorlin::Change_Auth_Key_Click, &AuthMorlin::txtAuthlKeyNew,
-     &AuthMorlin::txtNewAuthKeyResponseDev, "Changing Authentication Key ...",
-     "Authentication Change Successful", "Authentication Change Failed",
-     sim::GaugeKey::Authentication},
+     &AuthMorlin::txtAuthRandomNumandKey, &AuthMorlin::txtNewAuthKeyResponseDev,
+     "Changing Authentication Key ...", "Authentication Change Successful",
+     "Authentication Change Failed", sim::GaugeKey::Authentication},
 };
 
 // Changes the key of slot to kOtherKey; in Full Access the gauge takes it, elsewhere not.
@@ -173,6 +178,9 @@ void ChangeKey(SecurityBench& bench, const KeySlot& slot, bool taken) {
                             {"verdict", taken ? "\"" + std::string(slot.success) + "\""
                                               : "\"" + std::string(slot.failure) + "\" red"}}));
   EXPECT_EQ((bench.panel.*slot.reply).Text, HexOf({p2.begin(), p2.end()}));
+  // The panel's own digest is always under the new key, shown in reading order.
+  const auto expected = ExpectedDigest(kOtherKey, Displayed(challenge));
+  EXPECT_EQ((bench.panel.*slot.digest).Text, HexOf({expected.begin(), expected.end()}));
 }
 
 TEST(Security, ChangesEachKeyInFullAccessOnly) {
