@@ -13,9 +13,12 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "shell/host.h"
+
+struct i2c_msg;
 
 namespace ombrelay {
 
@@ -57,24 +60,36 @@ class I2cDevHost : public Host {
   std::function<void(const std::string&)> onFailure;
 
  private:
+  // One call of the host, for the sentence that says why it failed.
+  struct Call {
+    const char* operation;
+    std::int32_t command;
+    std::int16_t address;
+  };
+
   I2cDevHost(int fd, std::string path, unsigned long functions, Options options);
 
-  struct Transfer;
-  Status Run(const Transfer& transfer);
-  Status Fail(const Transfer& transfer, int error, const std::string& why);
-  Status Target(const Transfer& transfer);
-  Status ReadBlock(std::int32_t command, std::uint8_t* data, std::size_t capacity,
-                   std::size_t& length, std::int16_t address, const char* operation);
-  Status ReadWord(std::int32_t command, std::uint16_t& word, std::int16_t address,
-                  const char* operation);
-  Status WriteWord(std::int32_t command, std::uint16_t word, std::int16_t address,
-                   const char* operation);
+  bool Can(unsigned long function) const { return (functions_ & function) != 0; }
+  // The 7-bit address of a call that the bus can carry; otherwise a failed call.
+  Status Begin(const Call& call, int& address);
+  // Points the descriptor at address for the SMBus transfers.
+  Status Select(const Call& call, int address);
+  // The messages as one combined transfer.
+  Status Combined(const Call& call, std::span<struct i2c_msg> messages);
+  // Leaves error pending, tells onFailure and gives error back as the status.
+  Status Fail(const Call& call, int error, const std::string& why = {});
+  Status CheckReadPec(const Call& call, int address, std::span<const std::uint8_t> answer,
+                      std::uint8_t pec);
+
+  Status ReadBlock(const Call& call, std::span<std::uint8_t> data, std::size_t& length);
+  Status ReadWord(const Call& call, std::uint16_t& word);
+  Status WriteWord(const Call& call, std::uint16_t word);
 
   int fd_;
   std::string path_;
   unsigned long functions_;
   Options options_;
-  int selected_ = -1;  // the 7-bit address the fd talks to for SMBus transfers
+  int selected_ = -1;  // the address the SMBus transfers go to
   std::deque<std::int32_t> pending_;
 };
 
