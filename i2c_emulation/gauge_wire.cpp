@@ -1,5 +1,6 @@
 #include "i2c_emulation/gauge_wire.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -48,11 +49,10 @@ Answer WithPec(std::uint8_t command, sim::Bytes bytes) {
 
 std::optional<std::vector<GaugeWire::Step>> GaugeWire::Plan(
     std::span<const i2c_msg> messages) const {
-  if (gauge_ == nullptr) return std::nullopt;
+  if (gauge_ == nullptr || !std::ranges::all_of(messages, ToGauge)) return std::nullopt;
   std::vector<Step> steps;
   for (std::size_t i = 0; i < messages.size(); ++i) {
     const i2c_msg& message = messages[i];
-    if (!ToGauge(message)) return std::nullopt;
     std::optional<Step> step;
     if (message.len == 0) {
       step = Step{};
@@ -60,7 +60,6 @@ std::optional<std::vector<GaugeWire::Step>> GaugeWire::Plan(
       // The gauge has nothing to say until it is told which command.
       return std::nullopt;
     } else if (i + 1 < messages.size() && IsRead(messages[i + 1]) && messages[i + 1].len > 0) {
-      if (!ToGauge(messages[i + 1])) return std::nullopt;
       step = PlanRead(message, messages[i + 1]);
       if (step) step->reply = ++i;
     } else {
