@@ -135,6 +135,7 @@ int EmulatedI2cAdapter::Transfer(std::span<i2c_msg> messages) {
     if (!answer) return -ENXIO;
     if (!step.IsRead()) continue;
     i2c_msg& reply = messages[step.reply];
+    // The bus driver takes the count from the first byte, and 1 to 32 bytes after it.
     if (HasRecvLen(reply)) {
       const std::uint8_t count = (*answer)[0];
       if (count == 0 || count > I2C_SMBUS_BLOCK_MAX) return -EPROTO;

@@ -8,13 +8,14 @@
 #include <string>
 
 #include "hosts/i2c_dev_host.h"
+#include "sim/keld_dataflash.h"
 #include "tests/i2c_emulation/emulated_bus.h"
 
 namespace ombrelay::i2c_emulation {
 namespace {
 
 constexpr std::int16_t kAddress = 0x16;
-constexpr std::int32_t kKeldCalibrationBlock = 0x58;
+constexpr std::int32_t kKeldCalibrationBlock = sim::KeldDataflash::kCalibrationBlockCommand;
 
 TEST(HostOverEmulation, CarriesWordsAndKeldsLongBlockWhereTheAdapterCan) {
   struct Case {

@@ -8,12 +8,13 @@
 #include <vector>
 
 #include "hosts/smbus_pec.h"
+#include "sim/keld_dataflash.h"
 #include "tests/i2c_emulation/emulated_bus.h"
 
 namespace ombrelay::i2c_emulation {
 namespace {
 
-constexpr std::uint8_t kKeldCalibrationBlock = 0x58;
+constexpr std::uint8_t kKeldCalibrationBlock = sim::KeldDataflash::kCalibrationBlockCommand;
 constexpr std::uint8_t kVoltage = sim::MeasurementReports::kCellVoltage1;
 constexpr std::uint8_t kWriteAddress = kGaugeAddress << 1;
 constexpr std::uint8_t kReadAddress = kGaugeAddress << 1 | 1;
@@ -41,7 +42,7 @@ std::uint8_t ReadPec(std::uint8_t command, std::span<const std::uint8_t> answer)
 
 // Asks for the identification block, which the shared data command then answers.
 void RequestIdentification(int fd) {
-  std::array<std::uint8_t, 3> request{0x20, 1, 0};
+  std::array<std::uint8_t, 3> request{sim::Identification::kRequestCommand, 1, 0};
   ASSERT_EQ(ReadWrite(fd, {Message(request)}), 1);
 }
 
