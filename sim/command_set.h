@@ -35,6 +35,12 @@ class CommandSet {
   std::optional<Bytes> ReadBlock(std::uint8_t command) const;
   bool WriteBlock(std::uint8_t command, std::span<const std::uint8_t> data) const;
 
+  // Which transfers a command takes at all, for a bus that sees only bytes on the wire.
+  bool AnswersWordReads(std::uint8_t command) const { return wordReaders_[command] != nullptr; }
+  bool TakesWordWrites(std::uint8_t command) const { return wordWriters_[command] != nullptr; }
+  bool AnswersBlockReads(std::uint8_t command) const { return blockReaders_[command] != nullptr; }
+  bool TakesBlockWrites(std::uint8_t command) const { return blockWriters_[command] != nullptr; }
+
  private:
   static constexpr std::size_t kCommands = 256;
 

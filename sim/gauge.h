@@ -53,6 +53,14 @@ class Gauge {
   bool WriteWord(std::uint8_t command, std::uint16_t word);
   std::optional<Bytes> ReadBlock(std::uint8_t command);
   bool WriteBlock(std::uint8_t command, std::span<const std::uint8_t> data);
+  // Which transfers a command takes, whatever faults are injected: a bus that carries bytes
+  // tells a word from a block by the command, as a real gauge does.
+  bool AnswersWordReads(std::uint8_t command) const { return commands_.AnswersWordReads(command); }
+  bool TakesWordWrites(std::uint8_t command) const { return commands_.TakesWordWrites(command); }
+  bool AnswersBlockReads(std::uint8_t command) const {
+    return commands_.AnswersBlockReads(command);
+  }
+  bool TakesBlockWrites(std::uint8_t command) const { return commands_.TakesBlockWrites(command); }
   // The oldest pending bus error, taken away; 0 when none is left.
   std::int32_t TakePendingError() { return pendingErrors_.Take(); }
 
