@@ -23,6 +23,11 @@ void PanelBench::ReadyToCalibrate() {
   EXPECT_TRUE(sim.MessageTexts().empty()) << sim.MessageTexts().front();
   panel.chkUpdates.Value = 1;
   panel.tmrScan_Timer();
+  TypeWhatTheBenchApplies();
+  sim.Restart();
+}
+
+void PanelBench::TypeWhatTheBenchApplies() {
   const sim::Measurements applied = sim.gauge->AppliedMeasurements();
   int stack = 0;
   for (std::size_t cell = 0; cell < static_cast<std::size_t>(g_iNumCells); ++cell)
@@ -37,7 +42,6 @@ void PanelBench::ReadyToCalibrate() {
     panel.chkTemp[row].Value = 1;
     panel.txtActualTemp[row].Text = "25";
   }
-  sim.Restart();
 }
 
 }  // namespace ombrelay::testing

@@ -36,6 +36,8 @@ struct PanelBench {
   // that every check passes: the stack voltages the bench applies, its battery voltage, and the
   // sensors that the scan fills ticked at 25 C. The trace starts afresh behind it.
   void ReadyToCalibrate();
+  // The entries of ReadyToCalibrate alone.
+  void TypeWhatTheBenchApplies();
   std::vector<std::string> Trace() { return sim.trace.Lines(); }
 
   SimBench sim;
