@@ -1,0 +1,16 @@
+#pragma once
+// The one place where the command line opens a bus: the kernel's i2c-dev interface for --bus, a
+// fresh sample gauge of the simulator for --sim.
+
+#include <memory>
+#include <string>
+
+#include "cli/host_choice.h"
+#include "sim/clock.h"
+
+namespace ombrelay::cli {
+
+// The simulated gauge runs on clock.
+std::unique_ptr<Host> OpenHost(const HostChoice& choice, sim::Clock& clock, std::string& error);
+
+}  // namespace ombrelay::cli
