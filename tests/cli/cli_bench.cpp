@@ -42,7 +42,7 @@ CliRun CliBench::RunWith(std::vector<std::string> args, bool terminal, const std
       .out = out,
       .err = err,
       .inIsTerminal = terminal,
-      .errIsTerminal = false,
+      .errIsTerminal = terminal,
       .defaultAppDir = OMBRELAY_SOURCE_APPDIR,
       .adaptersFolder = "/nonexistent",
   };

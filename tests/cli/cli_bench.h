@@ -32,7 +32,7 @@ class CliBench {
 
   // One run with these arguments, then --sim FAMILY, as a script runs it: no terminal.
   CliRun Run(std::vector<std::string> args);
-  // The same at a terminal, where input is what the user types.
+  // The same with a user at a terminal, who types input.
   CliRun RunAtTerminal(std::vector<std::string> args, const std::string& input);
 
   // Applies the change to what the bench applies to the gauge.
