@@ -48,7 +48,7 @@ void ListBuses(Environment& env) {
 
 // Prints the report as asked; the program's own reason for a failure goes to standard error.
 void Emit(Report& report, const Options& options, Environment& env, const Session* session) {
-  if (!options.showKeys) MaskKeys(report, options.key);
+  if (!options.showKeys) MaskKeys(report);
   if (options.json) {
     const std::vector<ShownMessage> none;
     const auto& messages = session ? session->Messages() : none;

@@ -19,7 +19,7 @@ void Digest(const Options& options, Report& report) {
       report.succeeded = Press(form.cmdTarvexHMAC, [&] { form.cmdTarvexHMAC_Click(); });
       break;
   }
-  report.Add("txtKey", form.Label1.Caption, form.txtKey.Text, true);
+  report.Add("txtKey", form.Label1.Caption, form.txtKey.Text, kWholeText);
   report.Add("txtMsg", form.Label2.Caption, form.txtMsg.Text);
   report.Add("txtDigest", form.Label3.Caption, form.txtDigest.Text);
 }

@@ -36,6 +36,14 @@ std::pair<int, std::string> ParseTemperature(const std::string& entry) {
   return {sensor->second, celsius};
 }
 
+const std::map<std::string, KeyKind> kKeyKinds = {{"unseal", KeyKind::Unseal},
+                                                  {"full-access", KeyKind::FullAccess},
+                                                  {"authentication", KeyKind::Authentication}};
+
+const std::map<std::string, DigestMode> kDigestModes = {{"msg", DigestMode::Message},
+                                                        {"key-msg", DigestMode::KeyAndMessage},
+                                                        {"keyed", DigestMode::Keyed}};
+
 struct Subcommand {
   CLI::App* app;
   Command command;
@@ -144,7 +152,8 @@ class Grammar {
             Command::Status);
     status
         ->add_option("--watch", options_.watchSeconds,
-                     "Print them again every SECONDS seconds until interrupted")
+                     "Print them again every SECONDS seconds until interrupted; with --json, one "
+                     "object a line")
         ->type_name("SECONDS")
         ->check(CLI::PositiveNumber);
     status->add_option("--count", options_.count, "With --watch: stop after N printings")
@@ -223,14 +232,12 @@ class Grammar {
             "Replace one of the gauge's three keys and verify it (asks first on a terminal)",
             Command::ChangeKey);
     change
-        ->add_option("which", options_.keyKind,
-                     "The key to replace: unseal, full-access or "
-                     "authentication")
+        ->add_option_function<std::string>(
+            "which", [this](const std::string& which) { options_.keyKind = kKeyKinds.at(which); },
+            "The key to replace")
+        ->type_name("WHICH")
         ->required()
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, KeyKind>{{"unseal", KeyKind::Unseal},
-                                           {"full-access", KeyKind::FullAccess},
-                                           {"authentication", KeyKind::Authentication}}));
+        ->check(CLI::IsMember(kKeyKinds));
     KeyOption(change, "The new key: 32 hex digits, most significant first");
   }
 
@@ -251,15 +258,14 @@ class Grammar {
         ->type_name("HEX")
         ->required();
     digest
-        ->add_option("--mode", options_.digestMode,
-                     "msg: SHA-1 of the message; key-msg: SHA-1 of key and message; keyed "
-                     "(default): the two-pass keyed digest of the panel's exchanges. Shorter "
-                     "texts count zero bytes at the end, longer ones are cut")
+        ->add_option_function<std::string>(
+            "--mode",
+            [this](const std::string& mode) { options_.digestMode = kDigestModes.at(mode); },
+            "msg: SHA-1 of the message; key-msg: SHA-1 of key and message; keyed (default): the "
+            "two-pass keyed digest of the panel's exchanges. Shorter texts count zero bytes at "
+            "the end, longer ones are cut")
         ->type_name("MODE")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, DigestMode>{{"msg", DigestMode::Message},
-                                              {"key-msg", DigestMode::KeyAndMessage},
-                                              {"keyed", DigestMode::Keyed}}));
+        ->check(CLI::IsMember(kDigestModes));
   }
 
   Options& options_;

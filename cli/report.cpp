@@ -1,5 +1,6 @@
 #include "cli/report.h"
 
+#include <algorithm>
 #include <ostream>
 
 namespace ombrelay::cli {
@@ -7,21 +8,12 @@ namespace {
 
 constexpr char kMask = '*';
 
-void MaskEvery(std::string& text, const std::string& secret) {
-  if (secret.empty()) return;
-  for (auto at = text.find(secret); at != std::string::npos; at = text.find(secret, at))
-    text.replace(at, secret.size(), secret.size(), kMask);
-}
-
 }  // namespace
 
-void MaskKeys(Report& report, const std::string& key) {
+void MaskKeys(Report& report) {
   for (ShownValue& value : report.values) {
-    if (value.key) {
-      value.text.assign(value.text.size(), kMask);
-    } else {
-      MaskEvery(value.text, key);
-    }
+    const std::size_t count = std::min(value.keyCharacters, value.text.size());
+    value.text.replace(0, count, count, kMask);
   }
 }
 

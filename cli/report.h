@@ -17,8 +17,12 @@ struct ShownValue {
   std::string control;  // the control's name, "txtCalMeasVoltage(0)"; the key in JSON
   std::string label;    // what the user reads beside it, with its unit
   std::string text;
-  bool key = false;  // a box that holds a key
+  // How many characters at the front are a key: none, some (a box that shows a key followed
+  // by a challenge) or all (kWholeText, a key box).
+  std::size_t keyCharacters = 0;
 };
+
+inline constexpr std::size_t kWholeText = std::string::npos;
 
 struct Report {
   std::string command;
@@ -28,8 +32,9 @@ struct Report {
   std::string failure;
   std::vector<ShownValue> values;
 
-  void Add(std::string control, std::string label, std::string text, bool key = false) {
-    values.push_back({std::move(control), std::move(label), std::move(text), key});
+  void Add(std::string control, std::string label, std::string text,
+           std::size_t keyCharacters = 0) {
+    values.push_back({std::move(control), std::move(label), std::move(text), keyCharacters});
   }
   // Ends the command short of its button.
   void Fail(std::string why) {
@@ -38,9 +43,8 @@ struct Report {
   }
 };
 
-// Hides keys: key boxes whole, and the key text wherever else it stands (a box that shows key
-// and challenge together).
-void MaskKeys(Report& report, const std::string& key);
+// Hides the keys among the values behind "*".
+void MaskKeys(Report& report);
 
 // One JSON object: command, outcome, failure when there is one, values by control, the messages
 // shown and the write operations on the bus.

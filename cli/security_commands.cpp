@@ -34,8 +34,8 @@ bool TypeKey(AuthMorlin& panel, const KeyBox& key, const std::string& text, Repo
 }
 
 void AddBox(Report& report, const TextBox& box, const char* name, const Label& heading,
-            bool key = false) {
-  report.Add(name, heading.Caption, box.Text, key);
+            std::size_t keyCharacters = 0) {
+  report.Add(name, heading.Caption, box.Text, keyCharacters);
 }
 
 // Selects the action and presses Go; the mode label is the verdict.
@@ -46,8 +46,9 @@ void Go(AuthMorlin& panel, std::int16_t option, const char* mode, Report& report
   report.succeeded = report.failure.empty() && panel.lblSealStatus.Caption == mode;
   AddBox(report, panel.txtSealRandomfromDevice, "txtSealRandomfromDevice",
          panel.lblSealRandomNumber);
+  // The key typed, then the challenge.
   AddBox(report, panel.txtSealRandomNumberandKey, "txtSealRandomNumberandKey",
-         panel.lblSealRandomNumberKey);
+         panel.lblSealRandomNumberKey, panel.txtUnsealKey.Text.size());
   AddBox(report, panel.txtDigest, "txtDigest", panel.lblSealDigest);
 }
 
@@ -59,9 +60,10 @@ void Authenticate(AuthMorlin& panel, const std::string& key, Report& report) {
       !Press(panel.btnAuthenticate, [&] { panel.btnAuthenticate_Click(); }))
     report.Fail("Authenticate is not enabled");
   report.succeeded = panel.lblAuthenticationStatus.Caption == "Authentication Successful";
-  AddBox(report, panel.txtAuthKey, "txtAuthKey", panel.lblAuthKey, true);
+  AddBox(report, panel.txtAuthKey, "txtAuthKey", panel.lblAuthKey, kWholeText);
   AddBox(report, panel.txtAuthRandomNumber, "txtAuthRandomNumber", panel.lblRandomNumber);
-  AddBox(report, panel.txtRndNumberandKey, "txtRndNumberandKey", panel.lblauthhostNumber);
+  AddBox(report, panel.txtRndNumberandKey, "txtRndNumberandKey", panel.lblauthhostNumber,
+         panel.txtAuthKey.Text.size());
   AddBox(report, panel.txtSHA1Result, "txtSHA1Result", panel.Label3);
   AddBox(report, panel.txtPartDigest, "txtPartDigest", panel.lblDeviceDigest);
   report.Add("lblAuthenticationStatus", "Authentication", panel.lblAuthenticationStatus.Caption);
@@ -135,7 +137,7 @@ void ChangeKey(AuthMorlin& panel, KeyKind kind, const std::string& key, Report& 
     report.Fail("the key change button is not enabled");
   report.succeeded = panel.lblUnsealkeyStatus.Caption == change.success;
   report.Add(change.newKey.name, (panel.*change.heading).Caption, (panel.*change.newKey.box).Text,
-             true);
+             kWholeText);
   for (const ResultBox& result : change.results)
     report.Add(result.name, (panel.*result.heading).Caption, (panel.*result.box).Text);
   report.Add("lblUnsealkeyStatus", "Key change", panel.lblUnsealkeyStatus.Caption);
@@ -160,7 +162,7 @@ void Secure(Session& session, const Options& options, Report& report) {
       const bool full = options.command == Command::FullAccess;
       if (TypeKey(panel, unsealKey, options.key, report))
         Go(panel, full ? 2 : 1, kModes[full ? 2 : 1], report);
-      AddBox(report, panel.txtUnsealKey, "txtUnsealKey", panel.lblUnSealKey, true);
+      AddBox(report, panel.txtUnsealKey, "txtUnsealKey", panel.lblUnSealKey, kWholeText);
       break;
     }
     case Command::Authenticate:

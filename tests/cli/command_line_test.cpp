@@ -201,7 +201,12 @@ TEST_F(CommandLineTest, DigestIsTheCalculatorsAndNeedsNoGauge) {
     EXPECT_EQ(run.exit, 0);
     EXPECT_EQ(run.json["values"]["txtDigest"], digest.expected) << digest.args[1];
     EXPECT_TRUE(run.json["writes"].empty());
+    const std::string shownKey = run.json["values"]["txtKey"];
+    EXPECT_EQ(shownKey.find_first_not_of('*'), std::string::npos) << shownKey;
   }
+  // The key is masked where it stands, not wherever its digits recur.
+  const CliRun run = bench.Run({"--json", "digest", "--key", "00", "--message", "0000"});
+  EXPECT_EQ(run.json["values"]["txtMsg"], "0000");
 }
 
 TEST_F(CommandLineTest, StatusWatchPrintsEveryRoundUntilItsCount) {
