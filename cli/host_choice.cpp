@@ -3,7 +3,8 @@
 namespace ombrelay::cli {
 
 std::string HostChoice::Where() const {
-  return sim ? "the simulated " + std::string(sim::FamilyName(*sim)) + " gauge" : bus;
+  return sim ? "the simulated " + std::string(sim::FamilyName(*sim)) + " gauge"
+             : "the gauge on " + bus;
 }
 
 }  // namespace ombrelay::cli

@@ -45,7 +45,7 @@ Platform& Session::GetPlatform() {
 }
 
 void Session::EndProgress() {
-  if (progress_) progress_->Clear();
+  if (progress_) progress_->Restart();
 }
 
 }  // namespace ombrelay::cli

@@ -30,7 +30,7 @@ class Session {
   // What the run showed and wrote so far.
   const std::vector<ShownMessage>& Messages() const { return messages_.Messages(); }
   const std::vector<BusOperation>& Operations() const { return recording_.Operations(); }
-  // Takes the progress line away before the results are printed.
+  // Takes the progress line away before results are printed; a wait after them counts anew.
   void EndProgress();
 
  private:

@@ -15,7 +15,7 @@ WaitProgressPlatform::WaitProgressPlatform(Platform& inner, sim::Clock& clock, s
 
 void WaitProgressPlatform::MessageBox(const std::string& text, MessageStyle style,
                                       const std::string& title) {
-  Clear();
+  Restart();
   ForwardingPlatform::MessageBox(text, style, title);
 }
 
@@ -29,7 +29,9 @@ void WaitProgressPlatform::PumpEvents() {
   Update();
 }
 
-void WaitProgressPlatform::Clear() {
+void WaitProgressPlatform::Restart() {
+  startMs_ = clock_.NowMs();
+  shownSeconds_ = 0;
   if (!showing_) return;
   err_ << kClearLine << std::flush;
   showing_ = false;

@@ -1,7 +1,7 @@
 #pragma once
 // For a user at a terminal: while the panels wait on the gauge, a line on standard error counts
-// the seconds since the command's action began, so that a calibration of half a minute does not
-// look hung. The line is cleared before a message and at the end.
+// the seconds since the command began, or since its last printing, so that a calibration of half
+// a minute does not look hung. The line is cleared before a message and before results.
 
 #include <cstdint>
 #include <iosfwd>
@@ -14,7 +14,7 @@ namespace ombrelay::cli {
 class WaitProgressPlatform : public ForwardingPlatform {
  public:
   WaitProgressPlatform(Platform& inner, sim::Clock& clock, std::ostream& err);
-  ~WaitProgressPlatform() override { Clear(); }
+  ~WaitProgressPlatform() override { Restart(); }
   WaitProgressPlatform(const WaitProgressPlatform&) = delete;
   WaitProgressPlatform& operator=(const WaitProgressPlatform&) = delete;
 
@@ -22,8 +22,8 @@ class WaitProgressPlatform : public ForwardingPlatform {
   void Sleep(std::int32_t milliseconds) override;
   void PumpEvents() override;
 
-  // Takes the line away, if one shows.
-  void Clear();
+  // Takes the line away, if one shows, and counts afresh from now.
+  void Restart();
 
  private:
   // Shows the elapsed seconds when a whole second more has passed.
@@ -31,7 +31,7 @@ class WaitProgressPlatform : public ForwardingPlatform {
 
   sim::Clock& clock_;
   std::ostream& err_;
-  const std::int64_t startMs_;
+  std::int64_t startMs_;
   std::int64_t shownSeconds_ = 0;
   bool showing_ = false;
 };
