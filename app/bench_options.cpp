@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <iostream>
 
+#include "hosts/i2c_buses.h"
+
 namespace ombrelay {
 namespace {
 
@@ -19,13 +21,18 @@ void Refuse(const char* why) {
 std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
   QCommandLineParser parser;
   parser.setApplicationDescription(
-      "A bench for the Ombrelay panels: a simulated gauge on the bus, the calibration and "
+      "A bench for the Ombrelay panels: a simulated gauge or a real bus, the calibration and "
       "security panels from the plug-in, each in a tab, and a log of every bus operation. "
       "Tools > SHA-1 Calculator opens the plug-in's calculator.");
   parser.addHelpOption();
   parser.addVersionOption();
   const QCommandLineOption sim("sim", "Simulated gauge: keld, quill, morlin or keld_plus.",
                                "FAMILY", "morlin");
+  const QCommandLineOption bus(
+      "bus",
+      "A real bus instead of the simulated gauge: /dev/i2c-N, or just N (i2cdetect -l lists "
+      "them). The gauge answers at 0x0B.",
+      "BUS");
   const QCommandLineOption appDir("appdir",
                                   "Application directory, with the plug-in in its plugins folder.",
                                   "DIR", QCoreApplication::applicationDirPath());
@@ -58,8 +65,8 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "calculator",
       "With --screenshot: once start-up has finished, open the SHA-1 calculator and save it "
       "instead of the window.");
-  parser.addOptions({sim, appDir, busLog, panel, sealed, screenshot, calibrate, calibrateCurrent,
-                     tab, calculator});
+  parser.addOptions({sim, bus, appDir, busLog, panel, sealed, screenshot, calibrate,
+                     calibrateCurrent, tab, calculator});
   parser.process(app);
 
   BenchOptions options;
@@ -71,6 +78,18 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
     return std::nullopt;
   }
   options.family = *family;
+  if (parser.isSet(bus)) {
+    const std::optional<std::string> path = I2cBusPath(parser.value(bus).toStdString());
+    if (!path) {
+      Refuse("--bus is /dev/i2c-N or N");
+      return std::nullopt;
+    }
+    if (parser.isSet(sim) || parser.isSet(sealed)) {
+      Refuse("--bus replaces the simulated gauge: leave out --sim and --sealed");
+      return std::nullopt;
+    }
+    options.bus = QString::fromStdString(*path);
+  }
   const QString panelName = parser.value(panel);
   if (panelName == "security") {
     options.panel = BenchPanel::Security;
@@ -91,6 +110,12 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
   if (!unattended && (parser.isSet(calibrate) || parser.isSet(calibrateCurrent) ||
                       parser.isSet(tab) || parser.isSet(calculator))) {
     Refuse("--calibrate, --calibrate-current, --tab and --calculator go with --screenshot");
+    return std::nullopt;
+  }
+  if ((parser.isSet(calibrate) || parser.isSet(calibrateCurrent)) && !options.bus.isEmpty()) {
+    Refuse(
+        "--calibrate and --calibrate-current type what the simulated sources apply; on a real "
+        "bus type your own values into the panel");
     return std::nullopt;
   }
   if ((parser.isSet(calibrate) || parser.isSet(calibrateCurrent)) &&

@@ -5,13 +5,17 @@
 #include <QFontDatabase>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <iostream>
 #include <nlohmann/json.hpp>
 
 #include "app/bench_options.h"
 #include "app/bench_sources_dock.h"
+#include "hosts/i2c_buses.h"
 #include "sim/sample_gauges.h"
 #include "ui/plugin_interface.h"
 
@@ -31,7 +35,10 @@ std::size_t IndexOf(sim::Family family) {
 }  // namespace
 
 BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
-    : simHost_(clock_), host_(simHost_, [this] { return clock_.NowMs(); }) {
+    : simHost_(clock_),
+      host_(simHost_, [this] { return clock_.NowMs(); }),
+      family_(options.family),
+      unattended_(!options.screenshot.isEmpty()) {
   for (const sim::Family each : kFamilies) {
     gauges_[IndexOf(each)] = sim::MakeSampleGauge(each, clock_);
     if (options.sealed) gauges_[IndexOf(each)]->SetSecurityMode(sim::SecurityMode::Sealed);
@@ -72,17 +79,64 @@ QWidget& BenchWindow::ShownPanel() const {
 void BenchWindow::MakeGaugeChoice(sim::Family family) {
   QToolBar* bar = addToolBar("Gauge");
   bar->setMovable(false);
-  bar->addWidget(new QLabel("Simulated gauge: ", bar));
+  bar->addWidget(new QLabel("Gauge: ", bar));
   gaugeChoice_ = new QComboBox(bar);
+  gaugeChoice_->setObjectName("gaugeChoice");
   for (const sim::Family each : kFamilies) {
-    gaugeChoice_->addItem(QString::fromUtf8(sim::FamilyName(each)).toUpper(),
+    gaugeChoice_->addItem(QString::fromUtf8(sim::FamilyName(each)).toUpper() + " (simulated)",
                           static_cast<int>(each));
   }
-  gaugeChoice_->setCurrentIndex(static_cast<int>(IndexOf(family)));
+  // A bus's item holds its path, a simulated gauge's its family.
+  for (const I2cBus& bus : ListI2cBuses()) {
+    gaugeChoice_->addItem(QString::fromStdString(bus.path + "  " + bus.name),
+                          QString::fromStdString(bus.path));
+  }
+  chosen_ = static_cast<int>(IndexOf(family));
+  gaugeChoice_->setCurrentIndex(chosen_);
   bar->addWidget(gaugeChoice_);
-  connect(gaugeChoice_, &QComboBox::activated, this, [this](int index) {
-    Attach(static_cast<sim::Family>(gaugeChoice_->itemData(index).toInt()));
-  });
+  connect(gaugeChoice_, &QComboBox::activated, this, &BenchWindow::Choose);
+}
+
+void BenchWindow::Choose(int index) {
+  const QVariant item = gaugeChoice_->itemData(index);
+  if (item.typeId() == QMetaType::QString) {
+    QString error;
+    if (!AttachBus(item.toString(), error)) {
+      QMessageBox::critical(this, "Bus", error);
+      gaugeChoice_->setCurrentIndex(chosen_);
+      return;
+    }
+  } else {
+    AttachSimulated(static_cast<sim::Family>(item.toInt()));
+  }
+  chosen_ = index;
+  gaugeChoice_->setEnabled(false);
+  ShownPanel().hide();
+  ShownPanel().show();
+}
+
+bool BenchWindow::AttachBus(const QString& path, QString& error) {
+  std::string why;
+  std::unique_ptr<I2cDevHost> bus = I2cDevHost::Open(path.toStdString(), {}, why);
+  if (!bus) {
+    error = QString::fromStdString(why);
+    return false;
+  }
+  bus->onFailure = [this](const std::string& sentence) {
+    statusBar()->showMessage(QString::fromStdString(sentence));
+    if (unattended_) std::cerr << "bus: " << sentence << '\n';
+  };
+  host_.SetInner(*bus);
+  bus_ = std::move(bus);
+  sources_->hide();
+  int index = gaugeChoice_->findData(path);
+  if (index < 0) {
+    gaugeChoice_->addItem(path, path);
+    index = gaugeChoice_->count() - 1;
+  }
+  chosen_ = index;
+  gaugeChoice_->setCurrentIndex(index);
+  return true;
 }
 
 void BenchWindow::MakeBusLog() {
@@ -111,19 +165,17 @@ void BenchWindow::MakeSources(sim::Family family) {
 }
 
 const sim::Measurements& BenchWindow::Applied() const {
-  return GaugeOnTheBus().AppliedMeasurements();
+  return gauges_[IndexOf(family_)]->AppliedMeasurements();
 }
 
-sim::Gauge& BenchWindow::GaugeOnTheBus() const {
-  return *gauges_[static_cast<std::size_t>(gaugeChoice_->currentIndex())];
-}
-
-void BenchWindow::Attach(sim::Family family) {
-  gaugeChoice_->setEnabled(false);
+void BenchWindow::AttachSimulated(sim::Family family) {
+  family_ = family;
   simHost_.Attach(gauges_[IndexOf(family)].get());
+  host_.SetInner(simHost_);
+  bus_.reset();
+  statusBar()->clearMessage();
   sources_->SetGauge(*gauges_[IndexOf(family)]);
-  ShownPanel().hide();
-  ShownPanel().show();
+  sources_->show();
 }
 
 }  // namespace ombrelay

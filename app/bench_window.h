@@ -1,13 +1,15 @@
 #pragma once
 // The bench: the application that owns the bus. A simulated gauge of each family sits behind a
-// SimHost, a RecordingHost over it is the host the panels talk to, and the plug-in's two panels
-// fill the window, each in a tab. The tool bar chooses the gauge on the bus; one dock sets what
-// the gauge measures, another shows the bus log; the Tools menu opens the plug-in's calculator.
+// SimHost, and the i2c buses of the machine behind an I2cDevHost each; a RecordingHost over the
+// one chosen is the host the panels talk to, and the plug-in's two panels fill the window, each in
+// a tab. The tool bar chooses the gauge on the bus; one dock sets what a simulated gauge measures,
+// another shows the bus log; the Tools menu opens the plug-in's calculator.
 
 #include <QMainWindow>
 #include <array>
 #include <memory>
 
+#include "hosts/i2c_dev_host.h"
 #include "hosts/recording_host.h"
 #include "hosts/sim_host.h"
 #include "sim/clock.h"
@@ -30,6 +32,9 @@ class BenchWindow : public QMainWindow {
   BenchWindow(PanelPlugin& plugin, const BenchOptions& options);
 
   RecordingHost& Bus() { return host_; }
+  // Puts the real bus at path on in place of the gauge there was, without showing the panel anew.
+  // False, with the reason in error, when the bus does not open.
+  bool AttachBus(const QString& path, QString& error);
   // The panel in the tab shown.
   QWidget& ShownPanel() const;
   // What the bench applies to the gauge on the bus.
@@ -37,18 +42,22 @@ class BenchWindow : public QMainWindow {
 
  private:
   void MakeGaugeChoice(sim::Family family);
+  // Puts the gauge or bus of the chooser's item on the bus and shows the panel anew.
+  void Choose(int index);
   void MakeBusLog();
   void MakeSources(sim::Family family);
   void MakePanels(PanelPlugin& plugin, const BenchOptions& options);
   void MakeToolsMenu(PanelPlugin& plugin);
-  // Puts the gauge of family on the bus and shows the panel anew, so that start-up runs again.
-  void Attach(sim::Family family);
-  sim::Gauge& GaugeOnTheBus() const;
+  void AttachSimulated(sim::Family family);
 
   sim::RealClock clock_;
   std::array<std::unique_ptr<sim::Gauge>, 4> gauges_;
   SimHost simHost_;
+  std::unique_ptr<I2cDevHost> bus_;  // while a real bus is chosen
   RecordingHost host_;
+  sim::Family family_;  // the simulated gauge last chosen
+  bool unattended_;
+  int chosen_ = 0;  // the chooser's item on the bus
   QTabWidget* panels_ = nullptr;
   QComboBox* gaugeChoice_ = nullptr;
   QPlainTextEdit* busLog_ = nullptr;

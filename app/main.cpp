@@ -1,4 +1,4 @@
-// ombrelay-bench: the plug-in's panels on a simulated gauge.
+// ombrelay-bench: the plug-in's panels on a simulated gauge or a real bus.
 
 #include <QApplication>
 #include <QTabBar>
@@ -90,6 +90,12 @@ int main(int argc, char* argv[]) {
     std::cerr << "ombrelay-bench: cannot open the bus log " << options->busLog.toStdString()
               << '\n';
     return kExitFailure;
+  }
+  if (!options->bus.isEmpty()) {
+    if (!window.AttachBus(options->bus, error)) {
+      std::cerr << "ombrelay-bench: " << error.toStdString() << '\n';
+      return kExitFailure;
+    }
   }
   if (screenshot) {
     TakeScreenshotAfterStartup(*plugin, window, *options);

@@ -9,18 +9,20 @@ namespace ombrelay {
 namespace {
 
 constexpr std::string_view kAdapterPrefix = "i2c-";
+constexpr std::string_view kDevicePrefix = "/dev/i2c-";
 
-// The whole text as a number of no more than a few digits; nothing for anything else.
-std::optional<int> BusNumber(std::string_view text) {
+std::optional<int> Number(std::string_view text) {
   int number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (text.empty() || error != std::errc() || stop != end || number < 0) return std::nullopt;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size() || number < 0) return std::nullopt;
   return number;
 }
 
-std::string DevicePath(int number) {
-  return "/dev/i2c-" + std::to_string(number);
+std::string FirstLine(const std::filesystem::path& file) {
+  std::ifstream in(file);
+  std::string line;
+  std::getline(in, line);
+  return line;
 }
 
 }  // namespace
@@ -29,24 +31,22 @@ std::vector<I2cBus> ListI2cBuses(const std::filesystem::path& adapters) {
   std::vector<I2cBus> buses;
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(adapters, error)) {
-    const std::string folder = entry.path().filename().string();
-    if (!folder.starts_with(kAdapterPrefix)) continue;
-    const std::optional<int> number =
-        BusNumber(std::string_view(folder).substr(kAdapterPrefix.size()));
+    const std::string name = entry.path().filename().string();
+    if (!name.starts_with(kAdapterPrefix)) continue;
+    const std::optional<int> number = Number(std::string_view(name).substr(kAdapterPrefix.size()));
     if (!number) continue;
-    std::string name;
-    std::ifstream file(entry.path() / "name");
-    std::getline(file, name);
-    buses.push_back({*number, DevicePath(*number), name});
+    buses.push_back({*number, std::string(kDevicePrefix) + std::to_string(*number),
+                     FirstLine(entry.path() / "name")});
   }
   std::ranges::sort(buses, {}, &I2cBus::number);
   return buses;
 }
 
 std::optional<std::string> I2cBusPath(std::string_view bus) {
-  if (const std::optional<int> number = BusNumber(bus)) return DevicePath(*number);
   if (bus.find('/') != std::string_view::npos) return std::string(bus);
-  return std::nullopt;
+  const std::optional<int> number = Number(bus);
+  if (!number) return std::nullopt;
+  return std::string(kDevicePrefix) + std::to_string(*number);
 }
 
 }  // namespace ombrelay

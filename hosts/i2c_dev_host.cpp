@@ -30,6 +30,9 @@ constexpr std::size_t kSmbusBlockMax = I2C_SMBUS_BLOCK_MAX;
 constexpr std::size_t kLargestBlock = 255;
 constexpr std::int32_t kLargestCommand = 255;
 constexpr std::int16_t kLargestAddress = 255;
+// The 7-bit addresses a device may have; the others are reserved.
+constexpr int kFirstDeviceAddress = 0x08;
+constexpr int kLastDeviceAddress = 0x77;
 
 std::string HexByte(int value) {
   std::array<char, 8> text{};
@@ -133,8 +136,13 @@ Status I2cDevHost::Begin(const Call& call, int& address) {
   if (call.command < 0 || call.command > kLargestCommand) {
     return Fail(call, EINVAL, "command " + std::to_string(call.command) + " is no SMBus command");
   }
-  if (call.address < 0 || call.address > kLargestAddress) {
-    return Fail(call, EINVAL, "address " + std::to_string(call.address) + " is no SMBus address");
+  // The general call and the other reserved addresses never go on the bus: a device there might
+  // take the transfer as meant for it.
+  if (call.address < 0 || call.address > kLargestAddress ||
+      (call.address >> 1) < kFirstDeviceAddress || (call.address >> 1) > kLastDeviceAddress) {
+    return Fail(call, EINVAL,
+                "address " + std::to_string(call.address) +
+                    " is no device's SMBus address; nothing was sent");
   }
   address = call.address >> 1;
   return 0;

@@ -21,7 +21,7 @@ std::vector<std::uint8_t> FirstBytes(std::span<Byte> data, std::int32_t length) 
 }  // namespace
 
 RecordingHost::RecordingHost(Host& inner, std::function<std::int64_t()> nowMs)
-    : inner_(inner), nowMs_(std::move(nowMs)) {}
+    : inner_(&inner), nowMs_(std::move(nowMs)) {}
 
 BusOperation RecordingHost::Start(const char* op, std::int32_t command,
                                   std::int16_t address) const {
@@ -64,7 +64,7 @@ bool RecordingHost::OpenLog(const std::string& path) {
 Status RecordingHost::ReadSMBusBlock_(std::int32_t command, std::span<std::uint8_t> data,
                                       std::int16_t& length, std::int16_t address) {
   BusOperation operation = Start("ReadSMBusBlock_", command, address);
-  operation.status = inner_.ReadSMBusBlock_(command, data, length, address);
+  operation.status = inner_->ReadSMBusBlock_(command, data, length, address);
   operation.data = FirstBytes(data, length);
   operation.len = length;
   return Record(std::move(operation));
@@ -73,7 +73,7 @@ Status RecordingHost::ReadSMBusBlock_(std::int32_t command, std::span<std::uint8
 Status RecordingHost::ReadSMBusBlock(std::int32_t command, std::string& text,
                                      std::int16_t address) {
   BusOperation operation = Start("ReadSMBusBlock", command, address);
-  operation.status = inner_.ReadSMBusBlock(command, text, address);
+  operation.status = inner_->ReadSMBusBlock(command, text, address);
   operation.data.assign(text.begin(), text.end());
   operation.len = static_cast<std::int32_t>(text.size());
   return Record(std::move(operation));
@@ -84,14 +84,14 @@ Status RecordingHost::WriteSMBusBlock(std::int32_t command, std::span<const std:
   BusOperation operation = Start("WriteSMBusBlock", command, address);
   operation.data = FirstBytes(data, length);
   operation.len = length;
-  operation.status = inner_.WriteSMBusBlock(command, data, length, address);
+  operation.status = inner_->WriteSMBusBlock(command, data, length, address);
   return Record(std::move(operation));
 }
 
 Status RecordingHost::ReadSMBusWord(std::int32_t command, std::uint8_t& high, std::uint8_t& low,
                                     std::int16_t address) {
   BusOperation operation = StartWord("ReadSMBusWord", command, address);
-  operation.status = inner_.ReadSMBusWord(command, high, low, address);
+  operation.status = inner_->ReadSMBusWord(command, high, low, address);
   SetWord(operation, high, low);
   return Record(std::move(operation));
 }
@@ -99,7 +99,7 @@ Status RecordingHost::ReadSMBusWord(std::int32_t command, std::uint8_t& high, st
 Status RecordingHost::ReadSMBusWord_(std::int32_t command, std::int16_t& word,
                                      std::int16_t address) {
   BusOperation operation = StartWord("ReadSMBusWord_", command, address);
-  operation.status = inner_.ReadSMBusWord_(command, word, address);
+  operation.status = inner_->ReadSMBusWord_(command, word, address);
   std::uint8_t high = 0;
   std::uint8_t low = 0;
   SplitWordtoBytes(word, high, low);
@@ -111,7 +111,7 @@ Status RecordingHost::WriteSMBusWord(std::int32_t command, std::uint8_t high, st
                                      std::int16_t address) {
   BusOperation operation = StartWord("WriteSMBusWord", command, address);
   SetWord(operation, high, low);
-  operation.status = inner_.WriteSMBusWord(command, high, low, address);
+  operation.status = inner_->WriteSMBusWord(command, high, low, address);
   return Record(std::move(operation));
 }
 
@@ -122,20 +122,20 @@ Status RecordingHost::WriteSMBusWord_(std::int32_t command, std::int16_t word,
   std::uint8_t low = 0;
   SplitWordtoBytes(word, high, low);
   SetWord(operation, high, low);
-  operation.status = inner_.WriteSMBusWord_(command, word, address);
+  operation.status = inner_->WriteSMBusWord_(command, word, address);
   return Record(std::move(operation));
 }
 
 std::int32_t RecordingHost::CheckForError() {
   BusOperation operation = Start("CheckForError", BusOperation::kNoCommand);
-  operation.status = inner_.CheckForError();
+  operation.status = inner_->CheckForError();
   return Record(std::move(operation));
 }
 
 void RecordingHost::Delay(std::int16_t count) {
   BusOperation operation = Start("Delay", BusOperation::kNoCommand);
   operation.len = count;
-  inner_.Delay(count);
+  inner_->Delay(count);
   Record(std::move(operation));
 }
 

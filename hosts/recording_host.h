@@ -34,6 +34,9 @@ class RecordingHost : public Host {
   std::int32_t CheckForError() override;
   void Delay(std::int16_t count) override;
 
+  // From now on the operations go to inner: another bus, the record and log going on.
+  void SetInner(Host& inner) { inner_ = &inner; }
+
   // Every operation so far, oldest first.
   const std::vector<BusOperation>& Operations() const { return operations_; }
   // Forgets the record; an open log file goes on.
@@ -54,7 +57,7 @@ class RecordingHost : public Host {
   // Keeps, logs and announces the operation; gives back its status.
   Status Record(BusOperation operation);
 
-  Host& inner_;
+  Host* inner_;
   std::function<std::int64_t()> nowMs_;
   std::vector<BusOperation> operations_;
   std::ofstream log_;
