@@ -1,5 +1,7 @@
 #include "cli/host_opening.h"
 
+#include <ostream>
+
 #include "hosts/i2c_dev_host.h"
 #include "hosts/sim_host.h"
 #include "sim/gauge.h"
@@ -23,9 +25,16 @@ class SampleGaugeHost : public SimHost {
 
 }  // namespace
 
-std::unique_ptr<Host> OpenHost(const HostChoice& choice, sim::Clock& clock, std::string& error) {
+std::unique_ptr<Host> OpenHost(const HostChoice& choice, sim::Clock& clock, std::ostream& err,
+                               std::string& error) {
   if (choice.sim) return std::make_unique<SampleGaugeHost>(*choice.sim, choice.sealed, clock);
-  return I2cDevHost::Open(choice.bus, {}, error);
+  std::unique_ptr<I2cDevHost> bus = I2cDevHost::Open(choice.bus, {}, error);
+  if (bus) {
+    bus->onFailure = [&err](const std::string& sentence) {
+      err << "ombrelay: " << sentence << '\n' << std::flush;
+    };
+  }
+  return bus;
 }
 
 }  // namespace ombrelay::cli

@@ -22,8 +22,9 @@ int main(int argc, char* argv[]) {
   cli::Environment env{
       .platform = console,
       .clock = clock,
-      .openHost = [&clock](const cli::HostChoice& choice,
-                           std::string& why) { return cli::OpenHost(choice, clock, why); },
+      .openHost = [&clock](
+                      const cli::HostChoice& choice,
+                      std::string& why) { return cli::OpenHost(choice, clock, std::cerr, why); },
       .in = std::cin,
       .out = std::cout,
       .err = std::cerr,
