@@ -4,13 +4,13 @@
 
 #include <cstddef>
 
-#include "shell/platform.h"
+#include "platforms/forwarding_platform.h"
 
 namespace ombrelay {
 
-class AccountingPlatform : public Platform {
+class AccountingPlatform : public ForwardingPlatform {
  public:
-  explicit AccountingPlatform(Platform& inner) : inner_(inner) {}
+  using ForwardingPlatform::ForwardingPlatform;
 
   // Milliseconds of plain and pumping waits asked for so far.
   double WaitedMs() const { return waitedMs_; }
@@ -18,27 +18,18 @@ class AccountingPlatform : public Platform {
 
   void MessageBox(const std::string& text, MessageStyle style, const std::string& title) override {
     ++messages_;
-    inner_.MessageBox(text, style, title);
+    ForwardingPlatform::MessageBox(text, style, title);
   }
   void Sleep(std::int32_t milliseconds) override {
     waitedMs_ += milliseconds;
-    inner_.Sleep(milliseconds);
+    ForwardingPlatform::Sleep(milliseconds);
   }
-  float SecondsSinceMidnight() override { return inner_.SecondsSinceMidnight(); }
-  void PumpEvents() override { inner_.PumpEvents(); }
   void PumpingWaitStarted(float seconds) override {
     if (seconds > 0) waitedMs_ += seconds * 1000.0;
-    inner_.PumpingWaitStarted(seconds);
+    ForwardingPlatform::PumpingWaitStarted(seconds);
   }
-  void PumpingWaitEnded() override { inner_.PumpingWaitEnded(); }
-  void Randomize() override { inner_.Randomize(); }
-  float Random() override { return inner_.Random(); }
-  void AttachTimer(Timer& timer) override { inner_.AttachTimer(timer); }
-  void DetachTimer(Timer& timer) override { inner_.DetachTimer(timer); }
-  void TimerChanged(Timer& timer) override { inner_.TimerChanged(timer); }
 
  private:
-  Platform& inner_;
   double waitedMs_ = 0.0;
   std::size_t messages_ = 0;
 };

@@ -10,7 +10,7 @@ namespace ombrelay {
 nlohmann::json ToJson(const BusOperation& operation) {
   std::string hex;
   for (const std::uint8_t byte : operation.data)
-    hex += PadLeftZeros(Hex(byte), 2);
+    hex += operation.masked ? "**" : PadLeftZeros(Hex(byte), 2);
   nlohmann::json json = {{"t_ms", operation.tMs}, {"op", operation.op},
                          {"cmd", operation.cmd},  {"data", hex},
                          {"len", operation.len},  {"status", operation.status}};

@@ -24,12 +24,15 @@ struct BusOperation {
   std::int32_t status = 0;            // the result; for CheckForError the error it gave
   std::optional<std::uint16_t> word;  // word operations only: the bit pattern
   std::int16_t address = 0;           // the target; 0 for the operations without a command
+  // The data bytes are a secret withheld from the record: zeros here, "**" each in JSON.
+  bool masked = false;
 
   bool operator==(const BusOperation&) const = default;
 };
 
-// One JSON object: t_ms, op, cmd, data (upper-case hex, two digits a byte), len, status, address
-// for the operations with a command, and word for word operations only.
+// One JSON object: t_ms, op, cmd, data (upper-case hex, two digits a byte, "**" a byte when
+// masked), len, status, address for the operations with a command, and word for word operations
+// only.
 nlohmann::json ToJson(const BusOperation& operation);
 
 }  // namespace ombrelay

@@ -46,6 +46,7 @@ void RecordingHost::SetWord(BusOperation& operation, std::uint8_t high, std::uin
 }
 
 Status RecordingHost::Record(BusOperation operation) {
+  if (masking_) masking_->Apply(operation);
   if (log_.is_open()) log_ << ToJson(operation).dump() << '\n' << std::flush;
   operations_.push_back(operation);
   // The handler gets its own copy: it may clear the record.

@@ -6,10 +6,12 @@
 #include <cstdint>
 #include <fstream>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "hosts/bus_operation.h"
+#include "hosts/key_masking.h"
 #include "shell/host.h"
 
 namespace ombrelay {
@@ -45,6 +47,8 @@ class RecordingHost : public Host {
   // Starts a new log at path (any earlier log is closed), one JSON object a line, flushed as
   // each operation happens. False when the file cannot be opened; then nothing is logged.
   bool OpenLog(const std::string& path);
+  // From now on keys are withheld from the record and the log (see KeyMasking).
+  void MaskKeys() { masking_.emplace(); }
 
  private:
   BusOperation Start(const char* op, std::int32_t command, std::int16_t address = 0) const;
@@ -57,6 +61,7 @@ class RecordingHost : public Host {
   std::function<std::int64_t()> nowMs_;
   std::vector<BusOperation> operations_;
   std::ofstream log_;
+  std::optional<KeyMasking> masking_;
 };
 
 }  // namespace ombrelay

@@ -1,0 +1,223 @@
+#include "cli/calibration_commands.h"
+
+#include <array>
+
+#include "cli/panel_input.h"
+#include "panel/nbcal.h"
+#include "panel/run_event.h"
+#include "shell/shared_state.h"
+#include "shell/utils.h"
+
+namespace ombrelay::cli {
+namespace {
+
+const std::array<const char*, 4> kFamilyNames = {"KELD", "QUILL", "MORLIN", "KELD_PLUS"};
+
+std::string Indexed(const char* name, std::size_t index) {
+  return std::string(name) + "(" + std::to_string(index) + ")";
+}
+
+// The panel as a show of it leaves it; false, with the panel's boxes said, when start-up ended
+// in a box.
+bool StartUp(NBCal& panel, Session& session) {
+  const std::size_t before = session.Messages().size();
+  RunEvent([&] { panel.UserControl_Show(); });
+  return session.Messages().size() == before;
+}
+
+// Continuous updates on and one tick of the scan, so that the measured boxes show the gauge now.
+void Scan(NBCal& panel) {
+  panel.chkUpdates.Value = 1;
+  RunEvent([&] { panel.tmrScan_Timer(); });
+}
+
+// The grid's rows below its heading, name and value; group headings carry no value.
+void AddGrid(Report& report, const Grid& grid, const char* name, const char* label) {
+  if (!grid.Visible) return;
+  for (int row = grid.FixedRows; row < grid.Rows(); ++row) {
+    const std::string parameter = grid.Cell(row, 0).Text;
+    const std::string value = grid.Cell(row, 1).Text;
+    if (parameter.empty() || value == "----") continue;
+    report.Add(std::string(name) + ": " + parameter, std::string(label) + ": " + parameter, value);
+  }
+}
+
+// What the scan shows, the rows of this gauge only.
+void AddMeasured(Report& report, const NBCal& panel) {
+  for (std::size_t row = 0; row < panel.txtCalMeasVoltage.size(); ++row) {
+    const TextBox& box = panel.txtCalMeasVoltage[row];
+    if (box.Visible && box.Enabled)
+      report.Add(Indexed("txtCalMeasVoltage", row), panel.Label1[row].Caption + ", measured (mV)",
+                 box.Text);
+  }
+  if (panel.txtBatMeasured.Visible)
+    report.Add("txtBatMeasured", "Battery voltage, measured (mV)", panel.txtBatMeasured.Text);
+  if (panel.frmPackCal.Visible)
+    report.Add("txtPackMeasured", "Pack voltage, measured (mV)", panel.txtPackMeasured.Text);
+  report.Add("txtMeasuredCurrent", "Current, measured (mA)", panel.txtMeasuredCurrent.Text);
+  for (std::size_t row = 0; row < panel.txtMeasTemp.size(); ++row) {
+    if (panel.txtMeasTemp[row].Visible)
+      report.Add(Indexed("txtMeasTemp", row), panel.chkTemp[row].Caption + ", measured (C)",
+                 panel.txtMeasTemp[row].Text);
+  }
+}
+
+// Types the voltage and temperature page's entries; false, with why, when the options do not
+// fit the page of this gauge.
+bool EnterVoltagesAndTemperatures(NBCal& panel, const Options& options, Report& report) {
+  if (!options.cells.empty()) {
+    std::size_t open = 0;
+    for (const TextBox& box : panel.txtVoltage)
+      open += box.Visible && box.Enabled ? 1 : 0;
+    if (options.cells.size() != open) {
+      report.Fail("this gauge's page takes " + std::to_string(open) +
+                  " stack voltages, --cells gives " + std::to_string(options.cells.size()));
+      return false;
+    }
+    for (std::size_t row = 0; row < open; ++row) {
+      if (!Type(panel.txtVoltage[row], options.cells[row])) return false;
+      report.Add(Indexed("txtVoltage", row), panel.Label1[row].Caption + ", entered (mV)",
+                 options.cells[row]);
+    }
+    const bool batteryRow = panel.txtBatVoltageActual.Visible && panel.txtBatVoltageActual.Enabled;
+    if (batteryRow && !options.battery) {
+      report.Fail("this gauge's page takes the battery voltage too: give --battery");
+      return false;
+    }
+    if (options.battery) {
+      if (!Type(panel.txtBatVoltageActual, *options.battery)) {
+        report.Fail("this gauge's page has no battery voltage row");
+        return false;
+      }
+      report.Add("txtBatVoltageActual", "Battery voltage, entered (mV)", *options.battery);
+    }
+    if (!Tick(panel.chkVoltageCal)) {
+      report.Fail("the voltage calibration cannot be ticked");
+      return false;
+    }
+  } else if (options.battery) {
+    report.Fail("--battery goes with --cells");
+    return false;
+  }
+  for (const auto& [row, celsius] : options.temperatures) {
+    const auto index = static_cast<std::size_t>(row);
+    if (!Type(panel.txtActualTemp[index], celsius) || !Tick(panel.chkTemp[index])) {
+      report.Fail("this gauge's page has no row for sensor " + std::to_string(row) + " (" +
+                  panel.chkTemp[index].Caption + ")");
+      return false;
+    }
+    report.Add(Indexed("txtActualTemp", index), panel.chkTemp[index].Caption + ", entered (C)",
+               celsius);
+  }
+  return true;
+}
+
+// The button of one calibration, the mark that shows it done, and what it is about.
+struct Calibration {
+  Button NBCal::*button;
+  void (NBCal::*click)();
+  Picture NBCal::*mark;
+  const char* markName;
+};
+
+Calibration CalibrationOf(Command command) {
+  switch (command) {
+    case Command::CalibratePack:
+      return {&NBCal::btnPackVoltage, &NBCal::btnPackVoltage_Click, &NBCal::imgPackVoltage,
+              "imgPackVoltage"};
+    case Command::CalibrateCurrent:
+      return {&NBCal::btnPackCurrent, &NBCal::btnPackCurrent_Click, &NBCal::ImgPackCurrent,
+              "ImgPackCurrent"};
+    case Command::CalibrateCcOffset:
+      return {&NBCal::btnCalCCCounter, &NBCal::btnCalCCCounter_Click, &NBCal::imageCCOffsetDone,
+              "imageCCOffsetDone"};
+    case Command::CalibrateBoardOffset:
+      return {&NBCal::btnBoardOffset, &NBCal::btnBoardOffset_Click, &NBCal::ImgBoardOffset,
+              "ImgBoardOffset"};
+    default:
+      return {&NBCal::btnCalibrate, &NBCal::btnCalibrate_Click, &NBCal::imgCalDoneBox,
+              "imgCalDoneBox"};
+  }
+}
+
+// Types what the command brings into the page its button stands on.
+bool Enter(NBCal& panel, const Options& options, Report& report) {
+  switch (options.command) {
+    case Command::CalibrateVoltageTemperature:
+      return EnterVoltagesAndTemperatures(panel, options, report);
+    case Command::CalibratePack:
+      if (!panel.frmPackCal.Visible || !Type(panel.txtPackActualVoltage, options.entered)) {
+        report.Fail("this gauge's page has no pack voltage calibration");
+        return false;
+      }
+      report.Add("txtPackActualVoltage", "Pack voltage, entered (mV)", options.entered);
+      return true;
+    case Command::CalibrateCurrent:
+      SelectTab(panel.SStabCal, 1, [&](std::int16_t previous) { panel.SStabCal_Click(previous); });
+      if (!Type(panel.txtActualCurrent, options.entered)) {
+        report.Fail("the current box does not take typing");
+        return false;
+      }
+      report.Add("txtActualCurrent", "Current, entered (mA)", options.entered);
+      return true;
+    default:
+      SelectTab(panel.SStabCal, 1, [&](std::int16_t previous) { panel.SStabCal_Click(previous); });
+      return true;
+  }
+}
+
+}  // namespace
+
+void Identify(Session& session, Report& report) {
+  NBCal panel(session.GetHost(), session.GetPlatform());
+  report.succeeded = StartUp(panel, session);
+  report.Add("device", "Device", g_sDeviceNumber);
+  report.Add("firmware", "Firmware version", g_sFirmwareVersion);
+  report.Add("firmware_type", "Firmware type", g_sFirmwareType);
+  report.Add("build", "Build", g_sBuildNumber);
+  // The family is known only once the configuration has loaded.
+  const bool known = report.succeeded && g_iDFType >= 0 &&
+                     g_iDFType < static_cast<std::int32_t>(kFamilyNames.size());
+  report.Add("family", "Family", known ? kFamilyNames[static_cast<std::size_t>(g_iDFType)] : "");
+  report.Add("dataflash_map", "Dataflash map", g_sDataFlashMapPath);
+  report.Add("txtCellCount", "Cells", panel.txtCellCount.Text);
+  report.Add("txtVersion", "Panel", panel.txtVersion.Caption);
+}
+
+void Status(Session& session, const Options& options, Report& report,
+            const std::function<void(Report&)>& emit) {
+  NBCal panel(session.GetHost(), session.GetPlatform());
+  const bool started = StartUp(panel, session);
+  for (int printed = 0;;) {
+    const std::size_t before = session.Messages().size();
+    Scan(panel);
+    report.values.clear();
+    report.succeeded = started && session.Messages().size() == before;
+    AddMeasured(report, panel);
+    AddGrid(report, panel.displaygrid, "displaygrid", "Gauge");
+    AddGrid(report, panel.DFGrid, "DFGrid", "Dataflash");
+    if (!options.watchSeconds || (options.count && ++printed >= *options.count)) return;
+    emit(report);
+    DelaySeconds(static_cast<float>(*options.watchSeconds));
+  }
+}
+
+void Calibrate(Session& session, const Options& options, Report& report) {
+  NBCal panel(session.GetHost(), session.GetPlatform());
+  if (!StartUp(panel, session)) return;
+  Scan(panel);
+  if (!Enter(panel, options, report)) return;
+  const Calibration calibration = CalibrationOf(options.command);
+  const std::size_t before = session.Messages().size();
+  if (!Press(panel.*calibration.button, [&] { (panel.*calibration.click)(); })) {
+    report.Fail("the calibration button is not enabled");
+    return;
+  }
+  const Picture& mark = panel.*calibration.mark;
+  report.succeeded = mark.Visible && session.Messages().size() == before;
+  report.Add(calibration.markName, "Done-mark", MarkText(mark));
+  Scan(panel);
+  AddMeasured(report, panel);
+}
+
+}  // namespace ombrelay::cli

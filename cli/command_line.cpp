@@ -1,0 +1,122 @@
+#include "cli/command_line.h"
+
+#include <ostream>
+
+#include "cli/calibration_commands.h"
+#include "cli/confirmation.h"
+#include "cli/digest_command.h"
+#include "cli/option_parsing.h"
+#include "cli/security_commands.h"
+#include "cli/session.h"
+#include "hosts/i2c_buses.h"
+
+namespace ombrelay::cli {
+namespace {
+
+// What a command that changes the gauge is about to do, for the question; empty for the others.
+std::string Change(Command command) {
+  switch (command) {
+    case Command::CalibrateVoltageTemperature:
+      return "calibrate the voltages and temperatures of";
+    case Command::CalibratePack:
+      return "calibrate the pack voltage of";
+    case Command::CalibrateCurrent:
+      return "calibrate the current of";
+    case Command::CalibrateCcOffset:
+      return "calibrate the coulomb counter offset of";
+    case Command::CalibrateBoardOffset:
+      return "calibrate the board offset of";
+    case Command::Seal:
+      return "seal";
+    case Command::Unseal:
+      return "unseal";
+    case Command::FullAccess:
+      return "put in Full Access";
+    case Command::ChangeKey:
+      return "change a key of";
+    default:
+      return {};
+  }
+}
+
+void ListBuses(Environment& env) {
+  const std::vector<I2cBus> buses = ListI2cBuses(env.adaptersFolder);
+  if (buses.empty()) env.out << "no I2C buses (is the i2c-dev module loaded?)\n";
+  for (const I2cBus& bus : buses)
+    env.out << bus.path << '\t' << bus.name << '\n';
+}
+
+// Prints the report as asked; the program's own reason for a failure goes to standard error.
+void Emit(Report& report, const Options& options, Environment& env, const Session* session) {
+  if (!options.showKeys) MaskKeys(report);
+  if (options.json) {
+    const std::vector<ShownMessage> none;
+    const auto& messages = session ? session->Messages() : none;
+    const std::vector<BusOperation> nothing;
+    const auto& operations = session ? session->Operations() : nothing;
+    env.out << ToJson(report, messages, operations).dump() << std::endl;
+  } else {
+    WriteText(report, env.out);
+    env.out << std::flush;
+  }
+  if (!report.succeeded && !report.failure.empty())
+    env.err << "ombrelay: " << report.failure << '\n' << std::flush;
+}
+
+}  // namespace
+
+int RunCommandLine(const std::vector<std::string>& args, Environment& env) {
+  Options options;
+  if (const std::optional<int> exit = ParseOptions(args, options, env.out, env.err)) return *exit;
+  if (options.listBuses) {
+    ListBuses(env);
+    if (options.command == Command::None) return kExitSuccess;
+  }
+  Report report;
+  report.command = options.commandName;
+  if (options.command == Command::Digest) {
+    Digest(options, report);
+    Emit(report, options, env, nullptr);
+    return report.succeeded ? kExitSuccess : kExitFailure;
+  }
+
+  const HostChoice where{options.bus, options.sim, options.sealed};
+  const std::string change = Change(options.command);
+  if (!change.empty() && !ConfirmChange(change + " " + where.Where(), options.yes, env)) {
+    env.err << "ombrelay: nothing done\n";
+    return kExitFailure;
+  }
+  std::string error;
+  const std::unique_ptr<Session> session = Session::Open(options, env, error);
+  if (!session) {
+    env.err << "ombrelay: " << error << '\n';
+    return kExitFailure;
+  }
+  switch (options.command) {
+    case Command::Identify:
+      Identify(*session, report);
+      break;
+    case Command::Status:
+      Status(*session, options, report, [&](Report& round) {
+        session->EndProgress();
+        Emit(round, options, env, session.get());
+      });
+      break;
+    case Command::Mode:
+    case Command::Seal:
+    case Command::Unseal:
+    case Command::FullAccess:
+    case Command::Authenticate:
+    case Command::ChangeKey:
+      Secure(*session, options, report);
+      break;
+    default:
+      Calibrate(*session, options, report);
+      break;
+  }
+  session->EndProgress();
+  Emit(report, options, env, session.get());
+  return report.succeeded ? kExitSuccess : kExitFailure;
+}
+
+}  // namespace ombrelay::cli

@@ -1,0 +1,59 @@
+#pragma once
+// Runs of the command line in-process on virtual time, against one gauge kept across runs, as an
+// engineer runs one command after another on the same gauge. How each run reaches the gauge is
+// the host kind: made in one place, so that the same tables run over any kind.
+
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "cli/host_choice.h"
+#include "platforms/virtual_platform.h"
+#include "sim/clock.h"
+#include "sim/family.h"
+#include "sim/gauge.h"
+
+namespace ombrelay::testing {
+
+enum class HostKind { Simulator };
+
+struct CliRun {
+  int exit = -1;
+  std::string out;
+  std::string err;
+  // Standard output read as one JSON object; null when it is not one.
+  nlohmann::json json;
+};
+
+class CliBench {
+ public:
+  CliBench(HostKind kind, sim::Family family);
+
+  // One run with these arguments, then --sim FAMILY, as a script runs it: no terminal.
+  CliRun Run(std::vector<std::string> args);
+  // The same with a user at a terminal, who types input.
+  CliRun RunAtTerminal(std::vector<std::string> args, const std::string& input);
+
+  // Applies the change to what the bench applies to the gauge.
+  template <typename Change>
+  void Apply(Change change) {
+    sim::Measurements applied = gauge->AppliedMeasurements();
+    change(applied);
+    gauge->ApplyMeasurements(applied);
+  }
+
+  sim::VirtualClock clock;
+  VirtualPlatform platform{clock};
+  std::unique_ptr<sim::Gauge> gauge;
+
+ private:
+  CliRun RunWith(std::vector<std::string> args, bool terminal, const std::string& input);
+  // The host of one run, on the kept gauge.
+  std::unique_ptr<Host> MakeHost(const cli::HostChoice& choice, std::string& error);
+
+  HostKind kind_;
+  sim::Family family_;
+};
+
+}  // namespace ombrelay::testing

@@ -1,0 +1,185 @@
+// Every command on every family, one after the other on one gauge as an engineer runs them,
+// read back through --json: the outcome, what the panel showed against what the bench applies,
+// and the gauge's own state.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "security/auth_morlin.h"
+#include "shell/numeric.h"
+#include "tests/cli/cli_bench.h"
+
+namespace ombrelay {
+namespace {
+
+using testing::CliBench;
+using testing::CliRun;
+using testing::HostKind;
+
+constexpr const char* kNewKey = "00112233445566778899AABBCCDDEEFF";
+
+struct Gauge {
+  sim::Family family;
+  const char* familyName;  // as identify shows it
+  int cells;
+  // The --temp sensors the scan fills on this family, so that they can be calibrated.
+  std::vector<std::string> sensors;
+  bool battery;         // the page has the battery voltage row
+  bool packCalibrated;  // the pack gain follows the calibration
+};
+
+struct Case {
+  HostKind host;
+  Gauge gauge;
+};
+
+double Value(const CliRun& run, const std::string& control) {
+  return TextToDouble(run.json.at("values").at(control).get<std::string>());
+}
+
+std::string Text(const CliRun& run, const std::string& control) {
+  return run.json.at("values").at(control).get<std::string>();
+}
+
+// The run succeeded and said so in its report, with no box shown.
+::testing::AssertionResult Succeeded(const CliRun& run) {
+  if (run.exit == 0 && run.json.is_object() && run.json["outcome"] == "succeeded" &&
+      run.json["messages"].empty())
+    return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << "exit " << run.exit << "\n" << run.out << run.err;
+}
+
+class EndToEnd : public ::testing::TestWithParam<Case> {
+ protected:
+  CliRun Run(std::vector<std::string> args) {
+    args.insert(args.begin(), {"--json", "--yes"});
+    return bench.Run(std::move(args));
+  }
+
+  const Gauge& gauge = GetParam().gauge;
+  CliBench bench{GetParam().host, GetParam().gauge.family};
+};
+
+TEST_P(EndToEnd, IdentifyAndStatusShowTheGauge) {
+  const CliRun identify = Run({"identify"});
+  ASSERT_TRUE(Succeeded(identify));
+  EXPECT_EQ(Text(identify, "family"), gauge.familyName);
+  EXPECT_EQ(Text(identify, "txtCellCount"), std::to_string(gauge.cells));
+  EXPECT_TRUE(identify.json["writes"].size() > 0);
+
+  bench.Apply([](sim::Measurements& applied) { applied.currentMa = -1234; });
+  const CliRun status = Run({"status"});
+  ASSERT_TRUE(Succeeded(status));
+  // Off by the sense resistor's error until calibrated, but the gauge's reading all the same.
+  EXPECT_NEAR(Value(status, "txtMeasuredCurrent"), -1234, 100);
+  EXPECT_TRUE(
+      status.json["values"].contains("txtCalMeasVoltage(" + std::to_string(gauge.cells - 1) + ")"));
+  EXPECT_FALSE(
+      status.json["values"].contains("txtCalMeasVoltage(" + std::to_string(gauge.cells) + ")"));
+}
+
+TEST_P(EndToEnd, CalibrationsMakeTheScanShowWhatTheBenchApplies) {
+  bench.Apply([](sim::Measurements& applied) {
+    applied.temperatures.fill(3000);  // 26.8 C
+    applied.currentMa = 0;
+  });
+  const sim::Measurements applied = bench.gauge->AppliedMeasurements();
+  std::vector<int> stack;
+  std::string cells;
+  for (int cell = 0, sum = 0; cell < gauge.cells; ++cell) {
+    stack.push_back(sum += applied.cellMv[static_cast<std::size_t>(cell)]);
+    cells += (cell > 0 ? "," : "") + std::to_string(stack.back());
+  }
+  std::vector<std::string> args = {"calibrate", "voltage-temperature", "--cells", cells};
+  if (gauge.battery) args.insert(args.end(), {"--battery", std::to_string(applied.batteryMv)});
+  for (const std::string& sensor : gauge.sensors)
+    args.insert(args.end(), {"--temp", sensor + "=26.8"});
+  const CliRun voltages = Run(args);
+  ASSERT_TRUE(Succeeded(voltages));
+  EXPECT_EQ(Text(voltages, "imgCalDoneBox"), "shown");
+  for (std::size_t row = 0; row < stack.size(); ++row)
+    EXPECT_NEAR(Value(voltages, "txtCalMeasVoltage(" + std::to_string(row) + ")"), stack[row], 1);
+  if (gauge.battery) {
+    EXPECT_NEAR(Value(voltages, "txtBatMeasured"), applied.batteryMv, 1);
+  }
+  for (std::size_t row = 0; row < 5; ++row) {
+    const std::string box = "txtActualTemp(" + std::to_string(row) + ")";
+    if (voltages.json["values"].contains(box)) {
+      EXPECT_NEAR(Value(voltages, "txtMeasTemp(" + std::to_string(row) + ")"), 26.8, 0.2) << row;
+    }
+  }
+
+  // Each run starts the panel anew, which QUILL needs between the two offsets.
+  for (const char* offset : {"cc-offset", "board-offset"})
+    ASSERT_TRUE(Succeeded(Run({"calibrate", offset}))) << offset;
+  bench.Apply([](sim::Measurements& now) { now.currentMa = -2000; });
+  const CliRun current = Run({"calibrate", "current", "--ma", "-2000"});
+  ASSERT_TRUE(Succeeded(current));
+  EXPECT_NEAR(Value(current, "txtMeasuredCurrent"), -2000, 3);
+  bench.Apply([](sim::Measurements& now) { now.currentMa = 0; });
+  EXPECT_NEAR(Value(Run({"status"}), "txtMeasuredCurrent"), 0, 1);
+
+  const CliRun pack = Run({"calibrate", "pack", "--mv", std::to_string(applied.packMv)});
+  ASSERT_TRUE(Succeeded(pack));
+  if (gauge.packCalibrated) {
+    EXPECT_NEAR(Value(pack, "txtPackMeasured"), applied.packMv, 1);
+  }
+}
+
+TEST_P(EndToEnd, SecurityCommandsMoveTheGaugeBetweenModes) {
+  const std::string key = AuthMorlin::kDefaultKey;
+  struct Step {
+    std::vector<std::string> args;
+    const char* mode;  // lblSealStatus afterwards
+    sim::SecurityMode gaugeMode;
+  };
+  const std::vector<Step> steps = {
+      {{"mode"}, "Unsealed", sim::SecurityMode::Unsealed},
+      {{"seal"}, "Sealed", sim::SecurityMode::Sealed},
+      {{"unseal", "--key", key}, "Unsealed", sim::SecurityMode::Unsealed},
+      {{"full-access", "--key", key}, "Full Access", sim::SecurityMode::FullAccess},
+  };
+  for (const Step& step : steps) {
+    const CliRun run = Run(step.args);
+    EXPECT_TRUE(Succeeded(run)) << step.args[0];
+    EXPECT_EQ(Text(run, "lblSealStatus"), step.mode);
+    EXPECT_EQ(bench.gauge->GetSecurityMode(), step.gaugeMode) << step.args[0];
+  }
+
+  const CliRun authenticate = Run({"authenticate", "--key", key});
+  EXPECT_TRUE(Succeeded(authenticate));
+  EXPECT_EQ(Text(authenticate, "txtSHA1Result"), Text(authenticate, "txtPartDigest"));
+
+  const CliRun change = Run({"change-key", "unseal", "--key", kNewKey});
+  EXPECT_TRUE(Succeeded(change));
+  const sim::SecurityKey expected = {0x00, 0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77,
+                                     0x88, 0x99, 0xAA, 0xBB, 0xCC, 0xDD, 0xEE, 0xFF};
+  EXPECT_EQ(bench.gauge->Key(sim::GaugeKey::Unseal), expected);
+
+  // The old key no longer opens the gauge; the new one does.
+  ASSERT_TRUE(Succeeded(Run({"seal"})));
+  const CliRun refused = Run({"unseal", "--key", key});
+  EXPECT_EQ(refused.exit, 1);
+  EXPECT_EQ(Text(refused, "lblSealStatus"), "Sealed");
+  EXPECT_TRUE(Succeeded(Run({"unseal", "--key", kNewKey})));
+}
+
+const Gauge kKeld{sim::Family::Keld, "KELD", 4, {"ext1", "ext2"}, false, false};
+const Gauge kQuill{sim::Family::Quill, "QUILL", 3, {"ext1", "ext2"}, false, false};
+const Gauge kMorlin{sim::Family::Morlin, "MORLIN", 3, {"internal", "ext1", "ext2"}, true, true};
+const Gauge kKeldPlus{sim::Family::KeldPlus, "KELD_PLUS", 4, {"ext1", "ext2"}, true, true};
+
+INSTANTIATE_TEST_SUITE_P(EveryFamily, EndToEnd,
+                         ::testing::Values(Case{HostKind::Simulator, kKeld},
+                                           Case{HostKind::Simulator, kQuill},
+                                           Case{HostKind::Simulator, kMorlin},
+                                           Case{HostKind::Simulator, kKeldPlus}),
+                         [](const ::testing::TestParamInfo<Case>& each) {
+                           return std::string(each.param.gauge.familyName) + "_simulator";
+                         });
+
+}  // namespace
+}  // namespace ombrelay
