@@ -28,7 +28,10 @@ class SampleGaugeHost : public SimHost {
 std::unique_ptr<Host> OpenHost(const HostChoice& choice, sim::Clock& clock, std::ostream& err,
                                std::string& error) {
   if (choice.sim) return std::make_unique<SampleGaugeHost>(*choice.sim, choice.sealed, clock);
-  std::unique_ptr<I2cDevHost> bus = I2cDevHost::Open(choice.bus, {}, error);
+  I2cDevHost::Options options;
+  // The host's own waits run on the clock the panels wait on.
+  options.sleep = [&clock](std::int32_t milliseconds) { clock.Wait(milliseconds); };
+  std::unique_ptr<I2cDevHost> bus = I2cDevHost::Open(choice.bus, options, error);
   if (bus) {
     bus->onFailure = [&err](const std::string& sentence) {
       err << "ombrelay: " << sentence << '\n' << std::flush;

@@ -11,7 +11,8 @@
 
 namespace ombrelay::cli {
 
-// The simulated gauge runs on clock; a real bus tells each failed transfer on err, in a line.
+// The simulated gauge, and the waits of a real bus's host, run on clock; a real bus tells each
+// failed transfer on err, in a line.
 std::unique_ptr<Host> OpenHost(const HostChoice& choice, sim::Clock& clock, std::ostream& err,
                                std::string& error);
 

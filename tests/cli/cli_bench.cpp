@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "cli/command_line.h"
+#include "cli/host_opening.h"
 #include "hosts/sim_host.h"
 #include "sim/sample_gauges.h"
 
@@ -15,10 +16,18 @@ class KeptGaugeHost : public SimHost {
   KeptGaugeHost(sim::Clock& clock, sim::Gauge& gauge) : SimHost(clock) { Attach(&gauge); }
 };
 
+constexpr const char* kBusPath = "/dev/i2c-18";
+
 }  // namespace
 
 CliBench::CliBench(HostKind kind, sim::Family family)
-    : gauge(sim::MakeSampleGauge(family, clock)), kind_(kind), family_(family) {}
+    : gauge(sim::MakeSampleGauge(family, clock)), kind_(kind), family_(family) {
+  if (kind == HostKind::Simulator) return;
+  i2c_emulation::AdapterTraits traits;
+  traits.smbusBlockRead = kind != HostKind::EmulatedBusWithoutBlockReads;
+  device_.emplace(kBusPath,
+                  std::make_shared<i2c_emulation::EmulatedI2cAdapter>(gauge.get(), traits));
+}
 
 CliRun CliBench::Run(std::vector<std::string> args) {
   return RunWith(std::move(args), false, "");
@@ -29,15 +38,19 @@ CliRun CliBench::RunAtTerminal(std::vector<std::string> args, const std::string&
 }
 
 CliRun CliBench::RunWith(std::vector<std::string> args, bool terminal, const std::string& input) {
-  args.insert(args.end(), {"--sim", std::string(sim::FamilyName(family_))});
+  if (kind_ == HostKind::Simulator) {
+    args.insert(args.end(), {"--sim", std::string(sim::FamilyName(family_))});
+  } else {
+    args.insert(args.end(), {"--bus", kBusPath});
+  }
   std::istringstream in(input);
   std::ostringstream out;
   std::ostringstream err;
   cli::Environment env{
       .platform = platform,
       .clock = clock,
-      .openHost = [this](const cli::HostChoice& choice,
-                         std::string& error) { return MakeHost(choice, error); },
+      .openHost = [this, &err](const cli::HostChoice& choice,
+                               std::string& error) { return MakeHost(choice, err, error); },
       .in = in,
       .out = out,
       .err = err,
@@ -55,13 +68,11 @@ CliRun CliBench::RunWith(std::vector<std::string> args, bool terminal, const std
   return run;
 }
 
-std::unique_ptr<Host> CliBench::MakeHost(const cli::HostChoice& choice, std::string& /*error*/) {
-  switch (kind_) {
-    case HostKind::Simulator:
-      if (choice.sealed) gauge->SetSecurityMode(sim::SecurityMode::Sealed);
-      return std::make_unique<KeptGaugeHost>(clock, *gauge);
-  }
-  return nullptr;
+std::unique_ptr<Host> CliBench::MakeHost(const cli::HostChoice& choice, std::ostream& err,
+                                         std::string& error) {
+  if (kind_ != HostKind::Simulator) return cli::OpenHost(choice, clock, err, error);
+  if (choice.sealed) gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+  return std::make_unique<KeptGaugeHost>(clock, *gauge);
 }
 
 }  // namespace ombrelay::testing

@@ -5,10 +5,12 @@
 
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/host_choice.h"
+#include "i2c_emulation/device_table.h"
 #include "platforms/virtual_platform.h"
 #include "sim/clock.h"
 #include "sim/family.h"
@@ -16,7 +18,9 @@
 
 namespace ombrelay::testing {
 
-enum class HostKind { Simulator };
+// The simulator in-process, or the kept gauge behind an emulated /dev/i2c bus that the run opens
+// with --bus, with or without SMBus block reads.
+enum class HostKind { Simulator, EmulatedBus, EmulatedBusWithoutBlockReads };
 
 struct CliRun {
   int exit = -1;
@@ -30,7 +34,8 @@ class CliBench {
  public:
   CliBench(HostKind kind, sim::Family family);
 
-  // One run with these arguments, then --sim FAMILY, as a script runs it: no terminal.
+  // One run with these arguments, then --sim FAMILY or --bus PATH, as a script runs it: no
+  // terminal.
   CliRun Run(std::vector<std::string> args);
   // The same with a user at a terminal, who types input.
   CliRun RunAtTerminal(std::vector<std::string> args, const std::string& input);
@@ -50,10 +55,13 @@ class CliBench {
  private:
   CliRun RunWith(std::vector<std::string> args, bool terminal, const std::string& input);
   // The host of one run, on the kept gauge.
-  std::unique_ptr<Host> MakeHost(const cli::HostChoice& choice, std::string& error);
+  std::unique_ptr<Host> MakeHost(const cli::HostChoice& choice, std::ostream& err,
+                                 std::string& error);
 
   HostKind kind_;
   sim::Family family_;
+  // The emulated bus, for the bus kinds.
+  std::optional<i2c_emulation::RegisteredDevice> device_;
 };
 
 }  // namespace ombrelay::testing

@@ -172,13 +172,32 @@ const Gauge kQuill{sim::Family::Quill, "QUILL", 3, {"ext1", "ext2"}, false, fals
 const Gauge kMorlin{sim::Family::Morlin, "MORLIN", 3, {"internal", "ext1", "ext2"}, true, true};
 const Gauge kKeldPlus{sim::Family::KeldPlus, "KELD_PLUS", 4, {"ext1", "ext2"}, true, true};
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, EndToEnd,
-                         ::testing::Values(Case{HostKind::Simulator, kKeld},
-                                           Case{HostKind::Simulator, kQuill},
-                                           Case{HostKind::Simulator, kMorlin},
-                                           Case{HostKind::Simulator, kKeldPlus}),
+std::vector<Case> EveryHostAndFamily() {
+  std::vector<Case> cases;
+  for (const HostKind host :
+       {HostKind::Simulator, HostKind::EmulatedBus, HostKind::EmulatedBusWithoutBlockReads}) {
+    for (const Gauge& gauge : {kKeld, kQuill, kMorlin, kKeldPlus})
+      cases.push_back({host, gauge});
+  }
+  return cases;
+}
+
+std::string HostName(HostKind host) {
+  switch (host) {
+    case HostKind::Simulator:
+      return "simulator";
+    case HostKind::EmulatedBus:
+      return "bus";
+    case HostKind::EmulatedBusWithoutBlockReads:
+      return "bus_without_block_reads";
+  }
+  return "";
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryFamily, EndToEnd, ::testing::ValuesIn(EveryHostAndFamily()),
                          [](const ::testing::TestParamInfo<Case>& each) {
-                           return std::string(each.param.gauge.familyName) + "_simulator";
+                           return std::string(each.param.gauge.familyName) + "_" +
+                                  HostName(each.param.host);
                          });
 
 }  // namespace
