@@ -14,7 +14,6 @@
 #include <system_error>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #include "hosts/smbus_pec.h"
 
@@ -133,19 +132,24 @@ Status I2cDevHost::Fail(const Call& call, int error, const std::string& why) {
 }
 
 Status I2cDevHost::Begin(const Call& call, int& address) {
+  address = call.address >> 1;
+  // The general call and the other reserved addresses never go on the bus: a device there might
+  // take the transfer as meant for it.
+  if (call.command >= 0 && call.command <= kLargestCommand && call.address >= 0 &&
+      call.address <= kLargestAddress && address >= kFirstDeviceAddress &&
+      address <= kLastDeviceAddress) [[likely]] {
+    return 0;
+  }
+  return Refuse(call);
+}
+
+Status I2cDevHost::Refuse(const Call& call) {
   if (call.command < 0 || call.command > kLargestCommand) {
     return Fail(call, EINVAL, "command " + std::to_string(call.command) + " is no SMBus command");
   }
-  // The general call and the other reserved addresses never go on the bus: a device there might
-  // take the transfer as meant for it.
-  if (call.address < 0 || call.address > kLargestAddress ||
-      (call.address >> 1) < kFirstDeviceAddress || (call.address >> 1) > kLastDeviceAddress) {
-    return Fail(call, EINVAL,
-                "address " + std::to_string(call.address) +
-                    " is no device's SMBus address; nothing was sent");
-  }
-  address = call.address >> 1;
-  return 0;
+  return Fail(call, EINVAL,
+              "address " + std::to_string(call.address) +
+                  " is no device's SMBus address; nothing was sent");
 }
 
 Status I2cDevHost::Select(const Call& call, int address) {
@@ -180,7 +184,8 @@ Status I2cDevHost::ReadBlock(const Call& call, std::span<std::uint8_t> data, std
   int address = 0;
   if (const Status status = Begin(call, address); status != 0) return status;
   const std::size_t longest = std::min(data.size(), kLargestBlock);
-  std::array<std::uint8_t, kLargestBlock + 2> answer{};
+  // Only what the bus filled is looked at: the count, the block within it, and its PEC.
+  std::array<std::uint8_t, kLargestBlock + 2> answer;
   std::size_t count = 0;
   if (Can(I2C_FUNC_I2C)) {
     std::uint8_t command = static_cast<std::uint8_t>(call.command);
@@ -306,13 +311,18 @@ Status I2cDevHost::WriteSMBusBlock(std::int32_t command, std::span<const std::ui
                     " bytes needs plain I2C transfers (I2C_FUNC_I2C), which the bus lacks; "
                     "nothing was sent");
   }
-  std::vector<std::uint8_t> bytes = {code, static_cast<std::uint8_t>(length)};
-  bytes.insert(bytes.end(), block.begin(), block.end());
+  // The command, the count, the block and room for its PEC.
+  std::array<std::uint8_t, kLargestBlock + 3> frame;
+  frame[0] = code;
+  frame[1] = static_cast<std::uint8_t>(length);
+  std::ranges::copy(block, frame.begin() + 2);
+  std::size_t size = block.size() + 2;
   if (options_.pec) {
     const std::array<std::uint8_t, 1> head = {WriteAddress(target)};
-    bytes.push_back(SmbusPec(bytes, SmbusPec(head)));
+    frame[size] = SmbusPec(std::span(frame).first(size), SmbusPec(head));
+    ++size;
   }
-  std::array messages = {Message(target, 0, bytes)};
+  std::array messages = {Message(target, 0, std::span(frame).first(size))};
   return Combined(call, messages);
 }
 

@@ -72,6 +72,8 @@ class I2cDevHost : public Host {
   bool Can(unsigned long function) const { return (functions_ & function) != 0; }
   // The 7-bit address of a call that the bus can carry; otherwise a failed call.
   Status Begin(const Call& call, int& address);
+  // Out of the way of the transfers that go ahead.
+  [[gnu::cold]] Status Refuse(const Call& call);
   // Points the descriptor at address for the SMBus transfers.
   Status Select(const Call& call, int address);
   // The messages as one combined transfer.
