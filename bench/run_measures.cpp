@@ -30,7 +30,12 @@ double HostDelayMs(std::span<const BusOperation> operations) {
 
 SliceMeasures MeasureSlice(const RecordingHost& host, const AccountingPlatform& platform,
                            const std::function<void()>& slice) {
-  const std::size_t operationsBefore = host.Operations().size();
+  return MeasureSlice(host.Operations(), platform, slice);
+}
+
+SliceMeasures MeasureSlice(const std::vector<BusOperation>& all, const AccountingPlatform& platform,
+                           const std::function<void()>& slice) {
+  const std::size_t operationsBefore = all.size();
   const double waitedBefore = platform.WaitedMs();
   const std::size_t messagesBefore = platform.Messages();
   const double cpuBefore = CpuMs();
@@ -41,7 +46,7 @@ SliceMeasures MeasureSlice(const RecordingHost& host, const AccountingPlatform& 
       std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - wallStart)
           .count();
   measures.cpuMs = CpuMs() - cpuBefore;
-  const auto operations = std::span(host.Operations()).subspan(operationsBefore);
+  const auto operations = std::span(all).subspan(operationsBefore);
   measures.floorMs = platform.WaitedMs() - waitedBefore + HostDelayMs(operations);
   measures.busOperations = operations.size();
   measures.messages = platform.Messages() - messagesBefore;

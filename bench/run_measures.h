@@ -25,6 +25,10 @@ struct SliceMeasures {
 // Runs slice and measures it alone, on the host and platform it goes through.
 SliceMeasures MeasureSlice(const RecordingHost& host, const AccountingPlatform& platform,
                            const std::function<void()>& slice);
+// The same where the bus operations go into operations as they happen: a slice that opens its
+// own bus.
+SliceMeasures MeasureSlice(const std::vector<BusOperation>& operations,
+                           const AccountingPlatform& platform, const std::function<void()>& slice);
 
 // The fields every benchmark line gives about a slice: wall_over_floor, cpu_over_wall and
 // bus_operations, in that order.
