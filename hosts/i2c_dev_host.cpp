@@ -52,6 +52,8 @@ std::string Advice(int error) {
     case ETIMEDOUT:
     case EAGAIN:
       return " The bus was held or timed out: check the wiring and the pull-ups.";
+    case EBADMSG:
+      return " The packet error code did not match: noise on the bus, or a gauge without PEC.";
     default:
       return "";
   }
@@ -176,7 +178,7 @@ Status I2cDevHost::CheckReadPec(const Call& call, int address, std::span<const s
   const std::array<std::uint8_t, 3> head = {
       WriteAddress(address), static_cast<std::uint8_t>(call.command), ReadAddress(address)};
   if (SmbusPec(answer, SmbusPec(head)) == pec) return 0;
-  return Fail(call, EBADMSG, "the packet error code did not match");
+  return Fail(call, EBADMSG);
 }
 
 Status I2cDevHost::ReadBlock(const Call& call, std::span<std::uint8_t> data, std::size_t& length) {

@@ -55,6 +55,16 @@ void EmulatedI2cAdapter::FailTransfer(int count) {
   failingIn_ = std::max(count, 0);
 }
 
+std::vector<std::uint8_t> EmulatedI2cAdapter::LastWritten() const {
+  const std::scoped_lock lock(mutex_);
+  return lastWritten_;
+}
+
+void EmulatedI2cAdapter::SpoilNextReply(std::size_t index) {
+  const std::scoped_lock lock(mutex_);
+  spoiled_ = index;
+}
+
 int EmulatedI2cAdapter::Answer(I2cClient& client, unsigned long request, unsigned long argument) {
   switch (request) {
     case I2C_SLAVE:
@@ -128,6 +138,10 @@ int EmulatedI2cAdapter::Transfer(std::span<i2c_msg> messages) {
   if (!traits_.smbusBlockRead && std::ranges::any_of(messages, HasRecvLen)) return -EOPNOTSUPP;
   ++transfers_;
   if (failingIn_ > 0 && --failingIn_ == 0) return -ENXIO;
+  for (const i2c_msg& message : messages) {
+    if ((message.flags & I2C_M_RD) == 0)
+      lastWritten_.assign(message.buf, message.buf + message.len);
+  }
   const auto steps = wire_.Plan(messages);
   if (!steps) return -ENXIO;
   for (const GaugeWire::Step& step : *steps) {
@@ -143,6 +157,8 @@ int EmulatedI2cAdapter::Transfer(std::span<i2c_msg> messages) {
     }
     for (std::size_t i = 0; i < reply.len; ++i)
       reply.buf[i] = (*answer)[i];
+    if (spoiled_ && *spoiled_ < reply.len) reply.buf[*spoiled_] ^= 0xFF;
+    spoiled_.reset();
   }
   return static_cast<int>(messages.size());
 }

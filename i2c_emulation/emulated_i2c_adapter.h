@@ -8,7 +8,9 @@
 
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <span>
+#include <vector>
 
 #include "i2c_emulation/gauge_wire.h"
 #include "sim/gauge.h"
@@ -40,6 +42,11 @@ class EmulatedI2cAdapter {
   std::uint64_t Transfers() const;
   // The count-th transfer from now fails as if nothing answered; 0 fails none.
   void FailTransfer(int count);
+  // The bytes of the last write message that went on the wire, PEC included.
+  std::vector<std::uint8_t> LastWritten() const;
+  // Byte index of the next read's reply arrives inverted, as line noise would spoil it after the
+  // gauge worked out its PEC.
+  void SpoilNextReply(std::size_t index);
 
  private:
   int Answer(I2cClient& client, unsigned long request, unsigned long argument);
@@ -51,6 +58,8 @@ class EmulatedI2cAdapter {
   AdapterTraits traits_;
   std::uint64_t transfers_ = 0;
   int failingIn_ = 0;
+  std::vector<std::uint8_t> lastWritten_;
+  std::optional<std::size_t> spoiled_;
 };
 
 }  // namespace ombrelay::i2c_emulation

@@ -7,10 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "i2c_emulation/device_table.h"
+#include "sim/sample_gauges.h"
 #include "tests/support/emulated_bus_host.h"
 #include "tests/support/expected_trace.h"
 #include "tests/support/panel_bench.h"
@@ -52,6 +55,127 @@ TEST(I2cDevHostOpen, SaysWhyABusCannotBeUsed) {
             std::string(kPath) + " cannot check packets: it lacks I2C_FUNC_SMBUS_PEC.");
   std::string error;
   EXPECT_NE(I2cDevHost::Open(kPath, {}, error), nullptr) << "the same bus opens without PEC";
+}
+
+// What one call puts on the wire, as the gauge receives it: the host's own frame where it uses
+// plain I2C, the kernel's where it uses SMBus, PEC behind it when asked for.
+struct Wire {
+  const char* name;
+  AdapterTraits bus;
+  bool pec;
+  std::function<Status(I2cDevHost&)> call;
+  std::vector<std::uint8_t> bytes;
+};
+
+std::vector<std::uint8_t> Frame(std::initializer_list<std::uint8_t> head, std::size_t zeros,
+                                std::initializer_list<std::uint8_t> tail = {}) {
+  std::vector<std::uint8_t> bytes(head);
+  bytes.resize(bytes.size() + zeros);
+  bytes.insert(bytes.end(), tail);
+  return bytes;
+}
+
+class WireBytes : public ::testing::TestWithParam<Wire> {};
+
+TEST_P(WireBytes, AreTheFrameOfTheCall) {
+  sim::VirtualClock clock;
+  const auto gauge = sim::MakeSampleGauge(sim::Family::Morlin, clock);
+  const auto adapter = std::make_shared<EmulatedI2cAdapter>(gauge.get(), GetParam().bus);
+  const RegisteredDevice device(kPath, adapter);
+  I2cDevHost::Options options;
+  options.pec = GetParam().pec;
+  std::string error;
+  const auto host = I2cDevHost::Open(kPath, options, error);
+  ASSERT_NE(host, nullptr) << error;
+  EXPECT_EQ(GetParam().call(*host), 0);
+  EXPECT_EQ(adapter->LastWritten(), GetParam().bytes);
+}
+
+const std::array<std::uint8_t, 62> kZeros{};
+const std::array<std::uint8_t, 20> kChallenge = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10,
+                                                 11, 12, 13, 14, 15, 16, 17, 18, 19, 20};
+Status IdentificationRequest(I2cDevHost& host) {
+  return host.WriteSMBusBlock(0x22, kZeros, 62, 0x17);
+}
+Status Challenge(I2cDevHost& host) {
+  return host.WriteSMBusBlock(0x2F, kChallenge, 20, 0x16);
+}
+Status OperationStatusWord(I2cDevHost& host) {
+  return host.WriteSMBusWord_(0x00, 0x0054, 0x16);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EachPath, WireBytes,
+    ::testing::Values(
+        Wire{"LongBlock", {}, false, IdentificationRequest, Frame({0x22, 62}, 62)},
+        Wire{"LongBlockWithPec", {}, true, IdentificationRequest, Frame({0x22, 62}, 62, {0x3F})},
+        Wire{"SmbusBlockWithPec",
+             {},
+             true,
+             Challenge,
+             [] {
+               std::vector<std::uint8_t> bytes = {0x2F, 20};
+               bytes.insert(bytes.end(), kChallenge.begin(), kChallenge.end());
+               bytes.push_back(0x8B);
+               return bytes;
+             }()},
+        Wire{"Word", {}, false, OperationStatusWord, {0x00, 0x54, 0x00}},
+        Wire{"WordWithPecOnAnSmbusController",
+             {.plainI2c = false},
+             true,
+             OperationStatusWord,
+             {0x00, 0x54, 0x00, 0x4B}}),
+    [](const ::testing::TestParamInfo<Wire>& wire) { return std::string(wire.param.name); });
+
+// Calls the bus can carry but the transfer cannot end well: each fails with its errno, tells why
+// in a sentence, and leaves exactly that errno pending once.
+TEST(I2cDevHostFailures, SayWhyAndLeaveOneErrorEach) {
+  sim::VirtualClock clock;
+  const auto gauge = sim::MakeSampleGauge(sim::Family::Morlin, clock);
+  const auto adapter = std::make_shared<EmulatedI2cAdapter>(gauge.get());
+  const RegisteredDevice device(kPath, adapter);
+  I2cDevHost::Options options;
+  options.pec = true;
+  std::string error;
+  const auto host = I2cDevHost::Open(kPath, options, error);
+  ASSERT_NE(host, nullptr) << error;
+  std::vector<std::string> told;
+  host->onFailure = [&told](const std::string& sentence) { told.push_back(sentence); };
+  const std::string at = std::string(kPath) + ": ";
+
+  std::int16_t word = 0;
+  adapter->SpoilNextReply(0);
+  EXPECT_EQ(host->ReadSMBusWord_(0x0D, word, 23), EBADMSG);
+  EXPECT_EQ(word, 0) << "a spoilt word is not handed on";
+
+  const std::uint64_t before = adapter->Transfers();
+  EXPECT_EQ(host->WriteSMBusWord_(0x00, 0x0054, 0), EINVAL);
+  EXPECT_EQ(adapter->Transfers(), before) << "the general call address never goes on the bus";
+
+  ASSERT_EQ(IdentificationRequest(*host), 0);
+  // A block read is the host's own plain I2C read, and the host checks its PEC.
+  std::array<std::uint8_t, 32> block{};
+  std::int16_t length = -1;
+  adapter->SpoilNextReply(1);
+  EXPECT_EQ(host->ReadSMBusBlock_(0x2F, block, length, 23), EBADMSG);
+  EXPECT_EQ(length, 0);
+  std::array<std::uint8_t, 8> small{};
+  EXPECT_EQ(host->ReadSMBusBlock_(0x2F, small, length, 23), EMSGSIZE);
+  EXPECT_EQ(length, 0);
+
+  EXPECT_EQ(told, (std::vector<std::string>{
+                      at + "ReadSMBusWord_ of 0x0D at address 0x0B failed: Bad message. The "
+                           "packet error code did not match: noise on the bus, or a gauge without "
+                           "PEC.",
+                      at + "WriteSMBusWord_ of 0x00 at address 0x00 failed: address 0 is no "
+                           "device's SMBus address; nothing was sent.",
+                      at + "ReadSMBusBlock_ of 0x2F at address 0x0B failed: Bad message. The "
+                           "packet error code did not match: noise on the bus, or a gauge without "
+                           "PEC.",
+                      at + "ReadSMBusBlock_ of 0x2F at address 0x0B failed: the gauge answered "
+                           "11 bytes where 8 fit."}));
+  for (const int pending : {EBADMSG, EINVAL, EBADMSG, EMSGSIZE, 0, 0})
+    EXPECT_EQ(host->CheckForError(), pending);
 }
 
 const std::string kNack =
