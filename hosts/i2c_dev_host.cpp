@@ -222,57 +222,31 @@ Status I2cDevHost::ReadBlock(const Call& call, std::span<std::uint8_t> data, std
   return 0;
 }
 
+// Words are SMBus transfers only: the kernel carries them on every adapter that has plain I2C as
+// well, so a bus without them has no other way either.
 Status I2cDevHost::ReadWord(const Call& call, std::uint16_t& word) {
   int address = 0;
   if (const Status status = Begin(call, address); status != 0) return status;
-  if (Can(I2C_FUNC_SMBUS_READ_WORD_DATA)) {
-    if (const Status status = Select(call, address); status != 0) return status;
-    const int read = i2c_smbus_read_word_data(fd_, static_cast<std::uint8_t>(call.command));
-    if (read < 0) return Fail(call, -read);
-    word = static_cast<std::uint16_t>(read);
-    return 0;
+  if (!Can(I2C_FUNC_SMBUS_READ_WORD_DATA)) {
+    return Fail(call, EOPNOTSUPP, "the bus lacks SMBus word reads (I2C_FUNC_SMBUS_READ_WORD_DATA)");
   }
-  if (!Can(I2C_FUNC_I2C)) {
-    return Fail(call, EOPNOTSUPP,
-                "the bus has neither SMBus word reads (I2C_FUNC_SMBUS_READ_WORD_DATA) nor plain "
-                "I2C transfers (I2C_FUNC_I2C)");
-  }
-  std::uint8_t command = static_cast<std::uint8_t>(call.command);
-  std::array<std::uint8_t, 3> answer{};
-  std::array messages = {Message(address, 0, {&command, 1}),
-                         Message(address, I2C_M_RD, std::span(answer).first(options_.pec ? 3 : 2))};
-  if (const Status status = Combined(call, messages); status != 0) return status;
-  if (options_.pec) {
-    const Status status = CheckReadPec(call, address, std::span(answer).first(2), answer[2]);
-    if (status != 0) return status;
-  }
-  word = static_cast<std::uint16_t>(answer[1] << 8 | answer[0]);
+  if (const Status status = Select(call, address); status != 0) return status;
+  const int read = i2c_smbus_read_word_data(fd_, static_cast<std::uint8_t>(call.command));
+  if (read < 0) return Fail(call, -read);
+  word = static_cast<std::uint16_t>(read);
   return 0;
 }
 
 Status I2cDevHost::WriteWord(const Call& call, std::uint16_t word) {
   int address = 0;
   if (const Status status = Begin(call, address); status != 0) return status;
-  if (Can(I2C_FUNC_SMBUS_WRITE_WORD_DATA)) {
-    if (const Status status = Select(call, address); status != 0) return status;
-    const int written =
-        i2c_smbus_write_word_data(fd_, static_cast<std::uint8_t>(call.command), word);
-    return written < 0 ? Fail(call, -written) : 0;
-  }
-  if (!Can(I2C_FUNC_I2C)) {
+  if (!Can(I2C_FUNC_SMBUS_WRITE_WORD_DATA)) {
     return Fail(call, EOPNOTSUPP,
-                "the bus has neither SMBus word writes (I2C_FUNC_SMBUS_WRITE_WORD_DATA) nor plain "
-                "I2C transfers (I2C_FUNC_I2C)");
+                "the bus lacks SMBus word writes (I2C_FUNC_SMBUS_WRITE_WORD_DATA)");
   }
-  std::array<std::uint8_t, 4> bytes = {static_cast<std::uint8_t>(call.command),
-                                       static_cast<std::uint8_t>(word & 0xFF),
-                                       static_cast<std::uint8_t>(word >> 8)};
-  std::array messages = {Message(address, 0, std::span(bytes).first(options_.pec ? 4 : 3))};
-  if (options_.pec) {
-    const std::array<std::uint8_t, 1> head = {WriteAddress(address)};
-    bytes[3] = SmbusPec(std::span(bytes).first(3), SmbusPec(head));
-  }
-  return Combined(call, messages);
+  if (const Status status = Select(call, address); status != 0) return status;
+  const int written = i2c_smbus_write_word_data(fd_, static_cast<std::uint8_t>(call.command), word);
+  return written < 0 ? Fail(call, -written) : 0;
 }
 
 Status I2cDevHost::ReadSMBusBlock_(std::int32_t command, std::span<std::uint8_t> data,

@@ -120,6 +120,11 @@ INSTANTIATE_TEST_SUITE_P(
                return bytes;
              }()},
         Wire{"Word", {}, false, OperationStatusWord, {0x00, 0x54, 0x00}},
+        Wire{"LongestSmbusBlockOnAnSmbusController",
+             {.plainI2c = false},
+             false,
+             [](I2cDevHost& host) { return host.WriteSMBusBlock(0x22, kZeros, 32, 0x17); },
+             Frame({0x22, 32}, 32)},
         Wire{"WordWithPecOnAnSmbusController",
              {.plainI2c = false},
              true,
@@ -150,7 +155,10 @@ TEST(I2cDevHostFailures, SayWhyAndLeaveOneErrorEach) {
 
   const std::uint64_t before = adapter->Transfers();
   EXPECT_EQ(host->WriteSMBusWord_(0x00, 0x0054, 0), EINVAL);
-  EXPECT_EQ(adapter->Transfers(), before) << "the general call address never goes on the bus";
+  EXPECT_EQ(host->WriteSMBusWord_(0x00, 0x0054, 0xF0), EINVAL);
+  EXPECT_EQ(host->WriteSMBusBlock(0x22, kZeros, 63, 0x16), EINVAL);
+  EXPECT_EQ(adapter->Transfers(), before)
+      << "the general call and reserved addresses, and a block beyond its array, never go out";
 
   ASSERT_EQ(IdentificationRequest(*host), 0);
   // A block read is the host's own plain I2C read, and the host checks its PEC.
@@ -159,7 +167,7 @@ TEST(I2cDevHostFailures, SayWhyAndLeaveOneErrorEach) {
   adapter->SpoilNextReply(1);
   EXPECT_EQ(host->ReadSMBusBlock_(0x2F, block, length, 23), EBADMSG);
   EXPECT_EQ(length, 0);
-  std::array<std::uint8_t, 8> small{};
+  std::array<std::uint8_t, 10> small{};
   EXPECT_EQ(host->ReadSMBusBlock_(0x2F, small, length, 23), EMSGSIZE);
   EXPECT_EQ(length, 0);
 
@@ -169,12 +177,16 @@ TEST(I2cDevHostFailures, SayWhyAndLeaveOneErrorEach) {
                            "PEC.",
                       at + "WriteSMBusWord_ of 0x00 at address 0x00 failed: address 0 is no "
                            "device's SMBus address; nothing was sent.",
+                      at + "WriteSMBusWord_ of 0x00 at address 0x78 failed: address 240 is no "
+                           "device's SMBus address; nothing was sent.",
+                      at + "WriteSMBusBlock of 0x22 at address 0x0B failed: a block of 63 bytes "
+                           "cannot go out.",
                       at + "ReadSMBusBlock_ of 0x2F at address 0x0B failed: Bad message. The "
                            "packet error code did not match: noise on the bus, or a gauge without "
                            "PEC.",
                       at + "ReadSMBusBlock_ of 0x2F at address 0x0B failed: the gauge answered "
-                           "11 bytes where 8 fit."}));
-  for (const int pending : {EBADMSG, EINVAL, EBADMSG, EMSGSIZE, 0, 0})
+                           "11 bytes where 10 fit."}));
+  for (const int pending : {EBADMSG, EINVAL, EINVAL, EINVAL, EBADMSG, EMSGSIZE, 0, 0})
     EXPECT_EQ(host->CheckForError(), pending);
 }
 
