@@ -17,7 +17,7 @@ std::optional<int> Number(std::string_view text) {
 }
 
 // Applies one item to bus; false when the item means nothing.
-bool Apply(std::string_view item, EmulatedBusSpec& bus, bool& gaugeNamed) {
+bool Apply(std::string_view item, EmulatedBusEntry& bus, bool& gaugeNamed) {
   constexpr std::string_view kFailTransfer = "fail-transfer=";
   if (item.starts_with(kFailTransfer)) {
     const auto count = Number(item.substr(kFailTransfer.size()));
@@ -51,9 +51,9 @@ std::string Quoted(std::string_view text) {
 
 }  // namespace
 
-std::optional<std::vector<EmulatedBusSpec>> ParseEmulatedBuses(std::string_view text,
-                                                               std::string& error) {
-  std::vector<EmulatedBusSpec> buses;
+std::optional<std::vector<EmulatedBusEntry>> ParseEmulatedBuses(std::string_view text,
+                                                                std::string& error) {
+  std::vector<EmulatedBusEntry> buses;
   for (const auto part : std::views::split(text, ';')) {
     const std::string_view entry(part.begin(), part.end());
     if (entry.empty()) continue;
@@ -63,7 +63,7 @@ std::optional<std::vector<EmulatedBusSpec>> ParseEmulatedBuses(std::string_view 
       error = Quoted(entry) + " is not N=items, N the number of a bus";
       return std::nullopt;
     }
-    EmulatedBusSpec bus;
+    EmulatedBusEntry bus;
     bus.path = "/dev/i2c-" + std::to_string(*number);
     if (std::ranges::any_of(buses, [&](const auto& other) { return other.path == bus.path; })) {
       error = "bus " + std::to_string(*number) + " is named twice";

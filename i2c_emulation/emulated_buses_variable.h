@@ -19,7 +19,7 @@ namespace ombrelay::i2c_emulation {
 
 inline constexpr const char* kEmulatedBusesVariable = "OMBRELAY_EMULATED_I2C";
 
-struct EmulatedBusSpec {
+struct EmulatedBusEntry {
   std::string path;                  // "/dev/i2c-N"
   std::optional<sim::Family> gauge;  // nothing: no gauge on the bus
   bool sealed = false;
@@ -29,7 +29,7 @@ struct EmulatedBusSpec {
 };
 
 // Nothing, with the reason in error, for a text that is not well formed.
-std::optional<std::vector<EmulatedBusSpec>> ParseEmulatedBuses(std::string_view text,
-                                                               std::string& error);
+std::optional<std::vector<EmulatedBusEntry>> ParseEmulatedBuses(std::string_view text,
+                                                                std::string& error);
 
 }  // namespace ombrelay::i2c_emulation

@@ -15,11 +15,11 @@ namespace {
 
 // A bus and all it needs, kept alive by the adapter the table holds.
 struct PreloadedBus {
-  explicit PreloadedBus(const EmulatedBusSpec& spec)
-      : gauge(spec.gauge ? sim::MakeSampleGauge(*spec.gauge, clock) : nullptr),
-        adapter(gauge.get(), spec.adapter) {
-    if (spec.sealed) gauge->SetSecurityMode(sim::SecurityMode::Sealed);
-    adapter.FailTransfer(spec.failTransfer);
+  explicit PreloadedBus(const EmulatedBusEntry& entry)
+      : gauge(entry.gauge ? sim::MakeSampleGauge(*entry.gauge, clock) : nullptr),
+        adapter(gauge.get(), entry.adapter) {
+    if (entry.sealed) gauge->SetSecurityMode(sim::SecurityMode::Sealed);
+    adapter.FailTransfer(entry.failTransfer);
   }
 
   sim::RealClock clock;
@@ -37,10 +37,10 @@ __attribute__((constructor)) void EmulateNamedBuses() {
                  kEmulatedBusesVariable, error.c_str());
     return;
   }
-  for (const EmulatedBusSpec& spec : *buses) {
-    const auto bus = std::make_shared<PreloadedBus>(spec);
+  for (const EmulatedBusEntry& entry : *buses) {
+    const auto bus = std::make_shared<PreloadedBus>(entry);
     DeviceTable::Instance().Register(
-        spec.path, {std::shared_ptr<EmulatedI2cAdapter>(bus, &bus->adapter), spec.device});
+        entry.path, {std::shared_ptr<EmulatedI2cAdapter>(bus, &bus->adapter), entry.device});
   }
 }
 

@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <string_view>
 
-#include "hosts/smbus_pec.h"
 #include "sim/keld_dataflash.h"
 #include "tests/i2c_emulation/emulated_bus.h"
 
@@ -27,11 +25,6 @@ int SmbusBlockWrite(int fd, std::uint8_t command, std::uint8_t count) {
   data.block[0] = count;
   i2c_smbus_ioctl_data request{I2C_SMBUS_WRITE, command, I2C_SMBUS_BLOCK_DATA, &data};
   return ::ioctl(fd, I2C_SMBUS, &request) < 0 ? -errno : 0;
-}
-
-TEST(SmbusPec, ChecksTheStandardVector) {
-  const std::string_view text = "123456789";
-  EXPECT_EQ(SmbusPec({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()}), 0xF4);
 }
 
 TEST(SmbusIoctl, BlocksBeyondTheSmbusLimitNeverReachTheBus) {
