@@ -22,7 +22,7 @@ struct i2c_msg;
 
 namespace ombrelay {
 
-class I2cDevHost : public Host {
+class I2cDevHost final : public Host {
  public:
   struct Options {
     // Packet error checking on every transfer: the kernel's for SMBus transfers, ours for
