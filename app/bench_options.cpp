@@ -33,6 +33,10 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "A real bus instead of the simulated gauge: /dev/i2c-N, or just N (i2cdetect -l lists "
       "them). The gauge answers at 0x0B.",
       "BUS");
+  const QCommandLineOption pec(
+      "pec",
+      "Packet error checking on every transfer of a real bus, where the adapter and the "
+      "gauge support it.");
   const QCommandLineOption appDir("appdir",
                                   "Application directory, with the plug-in in its plugins folder.",
                                   "DIR", QCoreApplication::applicationDirPath());
@@ -65,7 +69,7 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "calculator",
       "With --screenshot: once start-up has finished, open the SHA-1 calculator and save it "
       "instead of the window.");
-  parser.addOptions({sim, bus, appDir, busLog, panel, sealed, screenshot, calibrate,
+  parser.addOptions({sim, bus, pec, appDir, busLog, panel, sealed, screenshot, calibrate,
                      calibrateCurrent, tab, calculator});
   parser.process(app);
 
@@ -129,6 +133,7 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
   options.calibrate = parser.isSet(calibrate);
   options.calibrateCurrent = parser.isSet(calibrateCurrent);
   options.sealed = parser.isSet(sealed);
+  options.pec = parser.isSet(pec);
   options.calculator = parser.isSet(calculator);
   return options;
 }

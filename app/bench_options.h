@@ -15,6 +15,7 @@ enum class BenchPanel { Calibration, Security };
 struct BenchOptions {
   sim::Family family = sim::Family::Morlin;    // the simulated gauge on the bus, unless bus is set
   QString bus;                                 // "/dev/i2c-N": a real bus instead
+  bool pec = false;                            // packet error checking on a real bus
   QString appDir;                              // holds plugins/libombrelay.so
   QString busLog;                              // empty: no log file
   QString screenshot;                          // empty: an ordinary interactive run

@@ -38,7 +38,8 @@ BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
     : simHost_(clock_),
       host_(simHost_, [this] { return clock_.NowMs(); }),
       family_(options.family),
-      unattended_(!options.screenshot.isEmpty()) {
+      unattended_(!options.screenshot.isEmpty()),
+      pec_(options.pec) {
   for (const sim::Family each : kFamilies) {
     gauges_[IndexOf(each)] = sim::MakeSampleGauge(each, clock_);
     if (options.sealed) gauges_[IndexOf(each)]->SetSecurityMode(sim::SecurityMode::Sealed);
@@ -117,7 +118,9 @@ void BenchWindow::Choose(int index) {
 
 bool BenchWindow::AttachBus(const QString& path, QString& error) {
   std::string why;
-  std::unique_ptr<I2cDevHost> bus = I2cDevHost::Open(path.toStdString(), {}, why);
+  I2cDevHost::Options options;
+  options.pec = pec_;
+  std::unique_ptr<I2cDevHost> bus = I2cDevHost::Open(path.toStdString(), options, why);
   if (!bus) {
     error = QString::fromStdString(why);
     return false;

@@ -57,6 +57,7 @@ class BenchWindow : public QMainWindow {
   RecordingHost host_;
   sim::Family family_;  // the simulated gauge last chosen
   bool unattended_;
+  bool pec_;        // on every real bus
   int chosen_ = 0;  // the chooser's item on the bus
   QTabWidget* panels_ = nullptr;
   QComboBox* gaugeChoice_ = nullptr;

@@ -80,7 +80,7 @@ int RunCommandLine(const std::vector<std::string>& args, Environment& env) {
     return report.succeeded ? kExitSuccess : kExitFailure;
   }
 
-  const HostChoice where{options.bus, options.sim, options.sealed};
+  const HostChoice where{options.bus, options.sim, options.sealed, options.pec};
   const std::string change = Change(options.command);
   if (!change.empty() && !ConfirmChange(change + " " + where.Where(), options.yes, env)) {
     env.err << "ombrelay: nothing done\n";

@@ -15,6 +15,7 @@ struct HostChoice {
   std::string bus;                 // "/dev/i2c-N"; empty with a simulated gauge
   std::optional<sim::Family> sim;  // the simulated gauge's family
   bool sealed = false;             // the simulated gauge starts Sealed
+  bool pec = false;                // packet error checking on the bus
 
   // How the run names the gauge to the user: the bus, or the simulated family.
   std::string Where() const;

@@ -29,6 +29,7 @@ std::unique_ptr<Host> OpenHost(const HostChoice& choice, sim::Clock& clock, std:
                                std::string& error) {
   if (choice.sim) return std::make_unique<SampleGaugeHost>(*choice.sim, choice.sealed, clock);
   I2cDevHost::Options options;
+  options.pec = choice.pec;
   // The host's own waits run on the clock the panels wait on.
   options.sleep = [&clock](std::int32_t milliseconds) { clock.Wait(milliseconds); };
   std::unique_ptr<I2cDevHost> bus = I2cDevHost::Open(choice.bus, options, error);

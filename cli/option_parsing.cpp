@@ -10,8 +10,8 @@ namespace ombrelay::cli {
 namespace {
 
 constexpr const char* kSharedOptions =
-    "The options every command shares (--bus, --sim, --sealed, --appdir, --bus-log, --json, "
-    "--yes, --show-keys) may stand before or after it: see ombrelay --help.";
+    "The options every command shares (--bus, --sim, --sealed, --pec, --appdir, --bus-log, "
+    "--json, --yes, --show-keys) may stand before or after it: see ombrelay --help.";
 
 constexpr const char* kExitStatuses =
     "Exit status: 0 when the action succeeded as the panel shows it, 1 when it failed, 2 for a "
@@ -123,6 +123,10 @@ class Grammar {
     bus->excludes(sim);
     app_.add_flag("--sealed", options_.sealed, "With --sim: the simulated gauge starts Sealed")
         ->needs(sim);
+    app_.add_flag("--pec", options_.pec,
+                  "With --bus: packet error checking on every transfer, where the adapter and the "
+                  "gauge support it")
+        ->needs(bus);
     app_.add_option("--appdir", options_.appDir,
                     "The application directory with config.ini, Quvara.ini, the target files "
                     "and the dataflash maps (default: the folder ombrelay stands in)")

@@ -43,6 +43,7 @@ struct Options {
   std::string bus;
   std::optional<sim::Family> sim;
   bool sealed = false;
+  bool pec = false;
   std::string appDir;
   std::string busLog;
   bool json = false;

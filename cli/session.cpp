@@ -18,7 +18,7 @@ Session::Session(std::unique_ptr<Host> bus, Environment& env)
 
 std::unique_ptr<Session> Session::Open(const Options& options, Environment& env,
                                        std::string& error) {
-  const HostChoice choice{options.bus, options.sim, options.sealed};
+  const HostChoice choice{options.bus, options.sim, options.sealed, options.pec};
   std::unique_ptr<Host> bus = env.openHost(choice, error);
   if (!bus) return nullptr;
   std::unique_ptr<Session> session(new Session(std::move(bus), env));

@@ -20,11 +20,10 @@ constexpr const char* kBusPath = "/dev/i2c-18";
 
 }  // namespace
 
-CliBench::CliBench(HostKind kind, sim::Family family)
+CliBench::CliBench(HostKind kind, sim::Family family, i2c_emulation::AdapterTraits traits)
     : gauge(sim::MakeSampleGauge(family, clock)), kind_(kind), family_(family) {
   if (kind == HostKind::Simulator) return;
-  i2c_emulation::AdapterTraits traits;
-  traits.smbusBlockRead = kind != HostKind::EmulatedBusWithoutBlockReads;
+  traits.smbusBlockRead = traits.smbusBlockRead && kind != HostKind::EmulatedBusWithoutBlockReads;
   device_.emplace(kBusPath,
                   std::make_shared<i2c_emulation::EmulatedI2cAdapter>(gauge.get(), traits));
 }

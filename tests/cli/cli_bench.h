@@ -32,7 +32,8 @@ struct CliRun {
 
 class CliBench {
  public:
-  CliBench(HostKind kind, sim::Family family);
+  // traits: what the emulated bus's adapter can do, for the bus kinds.
+  CliBench(HostKind kind, sim::Family family, i2c_emulation::AdapterTraits traits = {});
 
   // One run with these arguments, then --sim FAMILY or --bus PATH, as a script runs it: no
   // terminal.

@@ -33,6 +33,7 @@ TEST_F(CommandLineTest, UsageErrorsExitWithTwoAndTouchNoGauge) {
       {},
       {"--no-such-option", "identify"},
       {"--bus", "1", "identify"},  // --sim as well, from the bench
+      {"--pec", "identify"},       // PEC is the bus's, not the simulator's
       {"--bus", "i2c", "identify"},
       {"calibrate"},
       {"calibrate", "pack"},
@@ -51,6 +52,15 @@ TEST_F(CommandLineTest, UsageErrorsExitWithTwoAndTouchNoGauge) {
     EXPECT_FALSE(run.err.empty());
   }
   EXPECT_EQ(bench.gauge->GetSecurityMode(), sim::SecurityMode::Unsealed);
+}
+
+TEST(CommandLineOnABus, ChecksPacketsWhenAsked) {
+  EXPECT_EQ(CliBench(HostKind::EmulatedBus, sim::Family::Keld).Run({"--pec", "mode"}).exit, 0);
+  CliBench withoutPec{HostKind::EmulatedBus, sim::Family::Keld, {.pec = false}};
+  EXPECT_EQ(withoutPec.Run({"mode"}).exit, 0);
+  const CliRun run = withoutPec.Run({"--pec", "mode"});
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_EQ(run.err, "ombrelay: /dev/i2c-18 cannot check packets: it lacks I2C_FUNC_SMBUS_PEC.\n");
 }
 
 TEST_F(CommandLineTest, HelpSaysTheBoxesTakeStackVoltages) {
