@@ -155,7 +155,13 @@ Status I2cDevHost::Refuse(const Call& call) {
 }
 
 Status I2cDevHost::Select(const Call& call, int address) {
-  if (selected_ == address) return 0;
+  if (selected_ == address) [[likely]] {
+    return 0;
+  }
+  return Reselect(call, address);
+}
+
+Status I2cDevHost::Reselect(const Call& call, int address) {
   if (::ioctl(fd_, I2C_SLAVE, static_cast<long>(address)) < 0) {
     const int error = errno;
     return Fail(call, error,

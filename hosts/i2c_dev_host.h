@@ -71,21 +71,26 @@ class I2cDevHost final : public Host {
 
   bool Can(unsigned long function) const { return (functions_ & function) != 0; }
   // The 7-bit address of a call that the bus can carry; otherwise a failed call.
-  Status Begin(const Call& call, int& address);
+  // The checks and the addressing inline, the rest out of the way: they run before every
+  // transfer, right after the kernel's last.
+  [[gnu::always_inline]] inline Status Begin(const Call& call, int& address);
   // Out of the way of the transfers that go ahead.
   [[gnu::cold]] Status Refuse(const Call& call);
   // Points the descriptor at address for the SMBus transfers.
-  Status Select(const Call& call, int address);
+  [[gnu::always_inline]] inline Status Select(const Call& call, int address);
+  [[gnu::cold]] Status Reselect(const Call& call, int address);
   // The messages as one combined transfer.
-  Status Combined(const Call& call, std::span<struct i2c_msg> messages);
+  [[gnu::always_inline]] inline Status Combined(const Call& call,
+                                                std::span<struct i2c_msg> messages);
   // Leaves error pending, tells onFailure and gives error back as the status.
   Status Fail(const Call& call, int error, const std::string& why = {});
   Status CheckReadPec(const Call& call, int address, std::span<const std::uint8_t> answer,
                       std::uint8_t pec);
 
-  Status ReadBlock(const Call& call, std::span<std::uint8_t> data, std::size_t& length);
-  Status ReadWord(const Call& call, std::uint16_t& word);
-  Status WriteWord(const Call& call, std::uint16_t word);
+  [[gnu::always_inline]] inline Status ReadBlock(const Call& call, std::span<std::uint8_t> data,
+                                                 std::size_t& length);
+  [[gnu::always_inline]] inline Status ReadWord(const Call& call, std::uint16_t& word);
+  [[gnu::always_inline]] inline Status WriteWord(const Call& call, std::uint16_t word);
 
   int fd_;
   std::string path_;
