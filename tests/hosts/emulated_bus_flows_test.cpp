@@ -15,28 +15,17 @@
 #include "security/auth_morlin.h"
 #include "tests/support/emulated_bus_host.h"
 #include "tests/support/panel_bench.h"
+#include "tests/support/security_bench.h"
 
 namespace ombrelay {
 namespace {
 
+using testing::Go;
+using testing::kNewUnsealKey;
 using testing::PanelBench;
 
-constexpr const char* kNewUnsealKey = "0123456789ABCDEF00112233445566FF";
 // The whole dataflash of every sample, and some way past it.
 constexpr std::size_t kDataflashBytes = 0x4000;
-
-void ApplyCurrent(PanelBench& bench, std::int16_t currentMa) {
-  sim::Measurements applied = bench.sim.gauge->AppliedMeasurements();
-  applied.currentMa = currentMa;
-  bench.sim.gauge->ApplyMeasurements(applied);
-  bench.panel.tmrScan_Timer();
-}
-
-void Go(AuthMorlin& panel, std::int16_t option) {
-  panel.optionAction[static_cast<std::size_t>(option)].Value = true;
-  panel.optionAction_Click(option);
-  panel.btnGo_Click();
-}
 
 // Every operation as its JSON line, with the bytes that came back and the time it was made.
 std::vector<std::string> Lines(const std::vector<BusOperation>& operations) {
@@ -62,7 +51,7 @@ std::vector<bool> RunEveryFlow(PanelBench& bench) {
   panel.btnCalibrate_Click();
   done.push_back(panel.imgCalDoneBox.Visible);
 
-  ApplyCurrent(bench, 0);
+  bench.ApplyCurrent(0);
   panel.btnCalCCCounter_Click();
   done.push_back(panel.imageCCOffsetDone.Visible);
   // QUILL reads its calibration table at start-up only.
@@ -72,7 +61,7 @@ std::vector<bool> RunEveryFlow(PanelBench& bench) {
   }
   panel.btnBoardOffset_Click();
   done.push_back(panel.ImgBoardOffset.Visible);
-  ApplyCurrent(bench, -2000);
+  bench.ApplyCurrent(-2000);
   panel.txtActualCurrent.Text = "-2000";
   panel.btnPackCurrent_Click();
   done.push_back(panel.ImgPackCurrent.Visible);

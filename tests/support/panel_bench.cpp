@@ -44,4 +44,11 @@ void PanelBench::TypeWhatTheBenchApplies() {
   }
 }
 
+void PanelBench::ApplyCurrent(std::int16_t currentMa) {
+  sim::Measurements applied = sim.gauge->AppliedMeasurements();
+  applied.currentMa = currentMa;
+  sim.gauge->ApplyMeasurements(applied);
+  panel.tmrScan_Timer();
+}
+
 }  // namespace ombrelay::testing

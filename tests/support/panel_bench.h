@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,6 +39,8 @@ struct PanelBench {
   void ReadyToCalibrate();
   // The entries of ReadyToCalibrate alone.
   void TypeWhatTheBenchApplies();
+  // The bench's current, and a scan that shows it.
+  void ApplyCurrent(std::int16_t currentMa);
   std::vector<std::string> Trace() { return sim.trace.Lines(); }
 
   SimBench sim;

@@ -69,10 +69,14 @@ void SecurityBench::StartUp() {
   sim.Restart();
 }
 
-void SecurityBench::Go(std::int16_t option) {
+void Go(AuthMorlin& panel, std::int16_t option) {
   panel.optionAction[static_cast<std::size_t>(option)].Value = true;
   panel.optionAction_Click(option);
   panel.btnGo_Click();
+}
+
+void SecurityBench::Go(std::int16_t option) {
+  testing::Go(panel, option);
 }
 
 std::vector<std::uint8_t> SecurityBench::Challenge() const {

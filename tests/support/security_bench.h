@@ -13,6 +13,12 @@
 
 namespace ombrelay::testing {
 
+// A new Unseal key, for the key changes.
+inline constexpr const char* kNewUnsealKey = "0123456789ABCDEF00112233445566FF";
+
+// Selects the option of btnGo and clicks it.
+void Go(AuthMorlin& panel, std::int16_t option);
+
 // Lines "go on|off", "authenticate on|off", "mode \"TEXT\"", "authentication \"TEXT\"" and
 // "key change \"TEXT\"", the last two with " red" behind them while red.
 FlowTrace::Probe SecurityProbe(const AuthMorlin& panel);
