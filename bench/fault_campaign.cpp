@@ -24,6 +24,8 @@ struct Tally {
   std::size_t strayBytes = 0;
   std::size_t runsWithStrayBytes = 0;
   std::size_t silentFailures = 0;
+  // Silent failures whose panel shows what the clean run showed: only the dataflash differs.
+  std::size_t unnoticedFailures = 0;
   std::size_t reportedFailures = 0;
 
   void Add(const Tally& other) {
@@ -34,6 +36,7 @@ struct Tally {
     strayBytes += other.strayBytes;
     runsWithStrayBytes += other.runsWithStrayBytes;
     silentFailures += other.silentFailures;
+    unnoticedFailures += other.unnoticedFailures;
     reportedFailures += other.reportedFailures;
   }
   Json ToJson() const {
@@ -44,6 +47,7 @@ struct Tally {
             {"stray_bytes", strayBytes},
             {"runs_with_stray_bytes", runsWithStrayBytes},
             {"silent_failures", silentFailures},
+            {"unnoticed_failures", unnoticedFailures},
             {"failures_with_a_box", reportedFailures}};
   }
 };
@@ -91,12 +95,18 @@ Tally Campaign(const CampaignFlow& flow, sim::Family family, std::size_t sample,
       if (run.strayBytes > 0) {
         tally.strayBytes += run.strayBytes;
         ++tally.runsWithStrayBytes;
-        example("stray_bytes", where);
+        Json stray = where;
+        stray["first_stray_address"] = run.firstStrayAddress;
+        example("stray_bytes", stray);
       }
       if (run.failed && run.boxShown) ++tally.reportedFailures;
       if (run.failed && !run.boxShown) {
         ++tally.silentFailures;
         example("silent_failure", where);
+        if (run.outcomeAsClean) {
+          ++tally.unnoticedFailures;
+          example("unnoticed_failure", where);
+        }
       }
       if (each && (run.crashed || run.hung || run.failed || run.strayBytes > 0)) {
         Json line = where;
@@ -104,6 +114,7 @@ Tally Campaign(const CampaignFlow& flow, sim::Family family, std::size_t sample,
         line["hung"] = run.hung;
         line["box"] = run.boxShown;
         line["stray_bytes"] = run.strayBytes;
+        if (run.strayBytes > 0) line["first_stray_address"] = run.firstStrayAddress;
         std::cout << line.dump() << "\n";
       }
     }

@@ -25,7 +25,9 @@ constexpr int kHangStatus = 42;
 struct ChildReport {
   std::uint8_t boxShown = 0;
   std::uint8_t failed = 0;
+  std::uint8_t outcomeAsClean = 0;
   std::uint32_t strayBytes = 0;
+  std::uint32_t firstStrayAddress = 0;
   char outcome[240] = {};
 };
 
@@ -47,10 +49,12 @@ ChildReport RunInChild(FlowBench& bench, const CampaignFlow& flow, const CleanRu
   report.boxShown = sim.platform.Messages().empty() ? 0 : 1;
   const std::string outcome = flow.outcome(bench);
   const sim::Bytes after = gauge.DataflashBytes(0, kCampaignDataflashBytes);
-  report.failed = outcome != clean.outcome || after != clean.after;
+  report.outcomeAsClean = outcome == clean.outcome;
+  report.failed = !report.outcomeAsClean || after != clean.after;
   for (std::size_t i = 0; i < after.size(); ++i) {
     const bool cleanChanged = clean.after[i] != clean.before[i];
-    if (after[i] != clean.before[i] && !cleanChanged) ++report.strayBytes;
+    if (after[i] == clean.before[i] || cleanChanged) continue;
+    if (report.strayBytes++ == 0) report.firstStrayAddress = static_cast<std::uint32_t>(i);
   }
   std::strncpy(report.outcome, outcome.c_str(), sizeof(report.outcome) - 1);
   return report;
@@ -121,7 +125,9 @@ FaultedRun RunFaulted(FlowBench& prepared, const CampaignFlow& flow, const Clean
   } else {
     run.boxShown = report.boxShown != 0;
     run.failed = report.failed != 0;
+    run.outcomeAsClean = report.outcomeAsClean != 0;
     run.strayBytes = report.strayBytes;
+    run.firstStrayAddress = report.firstStrayAddress;
     run.outcome = report.outcome;
   }
   return run;

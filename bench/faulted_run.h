@@ -30,8 +30,11 @@ struct FaultedRun {
   bool boxShown = false;
   // The outcome or the dataflash differ from the clean run's.
   bool failed = false;
+  // The outcome is the clean run's, whatever the dataflash holds.
+  bool outcomeAsClean = false;
   // Bytes changed that the clean run left alone.
   std::size_t strayBytes = 0;
+  std::size_t firstStrayAddress = 0;
   std::string outcome;
 };
 
