@@ -57,15 +57,15 @@ void SecurityFrom(FlowBench& bench, sim::SecurityMode mode) {
   bench.Sim().Restart();
 }
 
-CampaignFlow Calibration(std::string name, std::function<void(FlowBench&)> setUp,
-                         void (NBCal::*click)(), Picture NBCal::*mark) {
+CampaignFlow CalibrationFlow(std::string name, std::function<void(FlowBench&)> setUp,
+                             void (NBCal::*click)(), Picture NBCal::*mark) {
   return {std::move(name), false, std::move(setUp),
           [click](FlowBench& bench) { (bench.Calibration().panel.*click)(); },
           [mark](FlowBench& bench) { return Mark(bench.Calibration().panel.*mark); }};
 }
 
-CampaignFlow Security(std::string name, sim::SecurityMode from,
-                      std::function<void(AuthMorlin&)> click) {
+CampaignFlow SecurityFlow(std::string name, sim::SecurityMode from,
+                          std::function<void(AuthMorlin&)> click) {
   return {std::move(name), true, [from](FlowBench& bench) { SecurityFrom(bench, from); },
           [click = std::move(click)](FlowBench& bench) { click(bench.Security()); },
           SecurityOutcome};
@@ -83,9 +83,9 @@ std::vector<CampaignFlow> MakeFlows() {
                        seen += line + ";";
                      return seen + ShownValues(panel);
                    }});
-  flows.push_back(Calibration("voltage_temperature", ReadyToCalibrate, &NBCal::btnCalibrate_Click,
-                              &NBCal::imgCalDoneBox));
-  flows.push_back(Calibration(
+  flows.push_back(CalibrationFlow("voltage_temperature", ReadyToCalibrate,
+                                  &NBCal::btnCalibrate_Click, &NBCal::imgCalDoneBox));
+  flows.push_back(CalibrationFlow(
       "pack_voltage",
       [](FlowBench& bench) {
         ReadyToCalibrate(bench);
@@ -94,28 +94,28 @@ std::vector<CampaignFlow> MakeFlows() {
             std::to_string(bench.Sim().gauge->AppliedMeasurements().packMv);
       },
       &NBCal::btnPackVoltage_Click, &NBCal::imgPackVoltage));
-  flows.push_back(Calibration(
+  flows.push_back(CalibrationFlow(
       "current",
       [](FlowBench& bench) {
         ReadyAtCurrent(bench, -2000);
         bench.Calibration().panel.txtActualCurrent.Text = "-2000";
       },
       &NBCal::btnPackCurrent_Click, &NBCal::ImgPackCurrent));
-  flows.push_back(Calibration(
+  flows.push_back(CalibrationFlow(
       "cc_offset", [](FlowBench& bench) { ReadyAtCurrent(bench, 0); },
       &NBCal::btnCalCCCounter_Click, &NBCal::imageCCOffsetDone));
-  flows.push_back(Calibration(
+  flows.push_back(CalibrationFlow(
       "board_offset", [](FlowBench& bench) { ReadyAtCurrent(bench, 0); },
       &NBCal::btnBoardOffset_Click, &NBCal::ImgBoardOffset));
-  flows.push_back(
-      Security("seal", SecurityMode::Unsealed, [](AuthMorlin& panel) { testing::Go(panel, 0); }));
-  flows.push_back(
-      Security("unseal", SecurityMode::Sealed, [](AuthMorlin& panel) { testing::Go(panel, 1); }));
-  flows.push_back(Security("full_access", SecurityMode::Unsealed,
-                           [](AuthMorlin& panel) { testing::Go(panel, 2); }));
-  flows.push_back(Security("authenticate", SecurityMode::FullAccess,
-                           [](AuthMorlin& panel) { panel.btnAuthenticate_Click(); }));
-  flows.push_back(Security("change_key", SecurityMode::FullAccess, [](AuthMorlin& panel) {
+  flows.push_back(SecurityFlow("seal", SecurityMode::Unsealed,
+                               [](AuthMorlin& panel) { testing::Go(panel, 0); }));
+  flows.push_back(SecurityFlow("unseal", SecurityMode::Sealed,
+                               [](AuthMorlin& panel) { testing::Go(panel, 1); }));
+  flows.push_back(SecurityFlow("full_access", SecurityMode::Unsealed,
+                               [](AuthMorlin& panel) { testing::Go(panel, 2); }));
+  flows.push_back(SecurityFlow("authenticate", SecurityMode::FullAccess,
+                               [](AuthMorlin& panel) { panel.btnAuthenticate_Click(); }));
+  flows.push_back(SecurityFlow("change_key", SecurityMode::FullAccess, [](AuthMorlin& panel) {
     panel.txtUnsealKeyNew.Text = testing::kNewUnsealKey;
     panel.Change_Unseal_Key_Click();
   }));
