@@ -61,7 +61,13 @@ Json Where(std::size_t k, const Fault& fault, const BusOperation& clean, const F
           {"outcome", run.outcome}};
 }
 
-Tally Campaign(const CampaignFlow& flow, sim::Family family, std::size_t sample, bool each) {
+// What the campaign tells beyond its counts, for finding out why a run went as it did.
+struct Detail {
+  bool each = false;
+  bool operations = false;
+};
+
+Tally Campaign(const CampaignFlow& flow, sim::Family family, std::size_t sample, Detail detail) {
   const CleanRun clean = RunClean(flow, family);
   FlowBench prepared(family, flow.security);
   flow.setUp(prepared);
@@ -71,6 +77,13 @@ Tally Campaign(const CampaignFlow& flow, sim::Family family, std::size_t sample,
     std::exit(2);
   }
 
+  if (detail.operations) {
+    for (std::size_t k = 0; k < clean.operations.size(); ++k) {
+      Json line = {{"k", k}};
+      line.update(Json(ToJson(clean.operations[k])));
+      std::cout << line.dump() << "\n";
+    }
+  }
   Tally tally;
   tally.runs = 1;
   Json examples = Json::object();
@@ -108,7 +121,7 @@ Tally Campaign(const CampaignFlow& flow, sim::Family family, std::size_t sample,
           example("unnoticed_failure", where);
         }
       }
-      if (each && (run.crashed || run.hung || run.failed || run.strayBytes > 0)) {
+      if (detail.each && (run.crashed || run.hung || run.failed || run.strayBytes > 0)) {
         Json line = where;
         line["crashed"] = run.crashed;
         line["hung"] = run.hung;
@@ -139,12 +152,13 @@ int main(int argc, char** argv) {
   std::size_t sample = 1;
   std::string onlyFlow;
   std::string onlyFamily;
-  bool each = false;
+  Detail detail;
   app.add_option("--sample", sample, "run only every Nth operation of each clean run")
       ->check(CLI::PositiveNumber);
   app.add_option("--flow", onlyFlow, "only this flow");
   app.add_option("--family", onlyFamily, "only this family");
-  app.add_flag("--each", each,
+  app.add_flag("--operations", detail.operations, "also the clean run's operations, one a line");
+  app.add_flag("--each", detail.each,
                "also a line for each faulted run that did not end as the clean run");
   CLI11_PARSE(app, argc, argv);
 
@@ -159,7 +173,7 @@ int main(int argc, char** argv) {
     if (!onlyFlow.empty() && flow.name != onlyFlow) continue;
     for (const sim::Family oneFamily : ombrelay::testing::kEveryFamily) {
       if (family && oneFamily != *family) continue;
-      total.Add(Campaign(flow, oneFamily, sample, each));
+      total.Add(Campaign(flow, oneFamily, sample, detail));
       ++flows;
     }
   }
