@@ -29,8 +29,7 @@ void TypeTypicalEntries(NBCal& panel) {
 
 }  // namespace
 
-void StartUpScanAndCalibrate(NBCal& panel) {
-  panel.UserControl_Show();
+void ScanAndCalibrate(NBCal& panel) {
   panel.chkUpdates.Value = 1;
   panel.tmrScan_Timer();
   TypeTypicalEntries(panel);

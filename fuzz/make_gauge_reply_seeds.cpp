@@ -36,7 +36,8 @@ void WriteSeed(sim::Family family, const std::filesystem::path& folder) {
   fuzz::ReplyRecorder recorder(bus);
   {
     NBCal panel(recorder, platform);
-    fuzz::StartUpScanAndCalibrate(panel);
+    panel.UserControl_Show();
+    fuzz::ScanAndCalibrate(panel);
   }
   ResetSharedState();
 
