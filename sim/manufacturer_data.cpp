@@ -30,8 +30,10 @@ ManufacturerData::ManufacturerData(CommandSet& commands, ManufacturerAccess& acc
       {kVoltagesWord, [&measurements] { return measurements.VoltagesBlock(); }},
       {kTemperaturesWord, [&measurements] { return measurements.TemperaturesBlock(); }},
   };
-  for (const auto& [word, block] : blocks) {
-    access.On(word, [this, block] {
+  // No structured binding: clang 14, which builds the fuzzers, cannot capture one.
+  for (const auto& entry : blocks) {
+    const std::function<Bytes()>& block = entry.second;
+    access.On(entry.first, [this, block] {
       data_.Select({[block]() -> std::optional<Bytes> { return block(); }, {}});
     });
   }

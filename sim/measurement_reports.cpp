@@ -34,7 +34,10 @@ MeasurementReports::MeasurementReports(Family family, CommandSet& commands,
       {kTS1Temperature, [](const Measurements& m) { return m.temperatures[Measurements::kTS1]; }},
       {kTS2Temperature, [](const Measurements& m) { return m.temperatures[Measurements::kTS2]; }},
   };
-  for (const auto& [command, select] : named) {
+  // No structured binding: clang 14, which builds the fuzzers, cannot capture one.
+  for (const auto& entry : named) {
+    const std::uint8_t command = entry.first;
+    const Selector& select = entry.second;
     switch (family) {
       case Family::Keld:
       case Family::KeldPlus:
