@@ -20,6 +20,9 @@ namespace ombrelay::testing {
 
 // The simulator in-process, or the kept gauge behind an emulated /dev/i2c bus that the run opens
 // with --bus, with or without SMBus block reads.
+// A key the tests change to, unlike the gauge's own.
+inline constexpr const char* kNewKey = "00112233445566778899AABBCCDDEEFF";
+
 enum class HostKind { Simulator, EmulatedBus, EmulatedBusWithoutBlockReads };
 
 struct CliRun {

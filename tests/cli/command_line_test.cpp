@@ -18,8 +18,7 @@ namespace {
 using testing::CliBench;
 using testing::CliRun;
 using testing::HostKind;
-
-constexpr const char* kNewKey = "00112233445566778899AABBCCDDEEFF";
+using testing::kNewKey;
 // The new key as the bus carries it: last pair first.
 constexpr const char* kNewKeyOnTheBus = "FFEEDDCCBBAA99887766554433221100";
 

@@ -20,8 +20,7 @@ namespace {
 using testing::CliBench;
 using testing::CliRun;
 using testing::HostKind;
-
-constexpr const char* kNewKey = "00112233445566778899AABBCCDDEEFF";
+using testing::kNewKey;
 
 struct Gauge {
   sim::Family family;
