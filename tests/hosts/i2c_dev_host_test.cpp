@@ -156,6 +156,9 @@ TEST(I2cDevHostFailures, SayWhyAndLeaveOneErrorEach) {
   const std::uint64_t before = adapter->Transfers();
   EXPECT_EQ(host->WriteSMBusWord_(0x00, 0x0054, 0), EINVAL);
   EXPECT_EQ(host->WriteSMBusWord_(0x00, 0x0054, 0xF0), EINVAL);
+  // A command that is none is told first, whatever the address.
+  EXPECT_EQ(host->ReadSMBusWord_(256, word, 23), EINVAL);
+  EXPECT_EQ(host->ReadSMBusWord_(-1, word, 0), EINVAL);
   EXPECT_EQ(host->WriteSMBusBlock(0x22, kZeros, 63, 0x16), EINVAL);
   EXPECT_EQ(adapter->Transfers(), before)
       << "the general call and reserved addresses, and a block beyond its array, never go out";
@@ -179,6 +182,10 @@ TEST(I2cDevHostFailures, SayWhyAndLeaveOneErrorEach) {
                            "device's SMBus address; nothing was sent.",
                       at + "WriteSMBusWord_ of 0x00 at address 0x78 failed: address 240 is no "
                            "device's SMBus address; nothing was sent.",
+                      at + "ReadSMBusWord_ of 0x00 at address 0x0B failed: command 256 is no "
+                           "SMBus command.",
+                      at + "ReadSMBusWord_ of 0xFF at address 0x00 failed: command -1 is no SMBus "
+                           "command.",
                       at + "WriteSMBusBlock of 0x22 at address 0x0B failed: a block of 63 bytes "
                            "cannot go out.",
                       at + "ReadSMBusBlock_ of 0x2F at address 0x0B failed: Bad message. The "
@@ -186,7 +193,8 @@ TEST(I2cDevHostFailures, SayWhyAndLeaveOneErrorEach) {
                            "PEC.",
                       at + "ReadSMBusBlock_ of 0x2F at address 0x0B failed: the gauge answered "
                            "11 bytes where 10 fit."}));
-  for (const int pending : {EBADMSG, EINVAL, EINVAL, EINVAL, EBADMSG, EMSGSIZE, 0, 0})
+  for (const int pending :
+       {EBADMSG, EINVAL, EINVAL, EINVAL, EINVAL, EINVAL, EBADMSG, EMSGSIZE, 0, 0})
     EXPECT_EQ(host->CheckForError(), pending);
 }
 
