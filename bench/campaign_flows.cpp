@@ -1,5 +1,7 @@
 #include "bench/campaign_flows.h"
 
+#include "gauge/measurement_reads.h"
+#include "shell/numeric.h"
 #include "shell/shared_state.h"
 #include "tests/support/panel_probe.h"
 
@@ -27,16 +29,34 @@ std::string KeyText(const sim::SecurityKey& key) {
   return testing::HexOf({key.begin(), key.end()});
 }
 
+// Parts the labels the security panel shows from what the gauge holds.
+constexpr char kGaugeHolds = '|';
+
 // The labels the security panel shows, and the mode and keys the gauge holds.
 std::string SecurityOutcome(FlowBench& bench) {
   const AuthMorlin& panel = bench.Security();
   const sim::Gauge& gauge = *bench.Sim().gauge;
   return panel.lblSealStatus.Caption + ";" + panel.lblAuthenticationStatus.Caption + ";" +
-         panel.lblUnsealkeyStatus.Caption + ";mode " +
+         panel.lblUnsealkeyStatus.Caption + kGaugeHolds + "mode " +
          std::to_string(static_cast<int>(gauge.GetSecurityMode())) + ";" +
          KeyText(gauge.Key(sim::GaugeKey::Unseal)) + ";" +
          KeyText(gauge.Key(sim::GaugeKey::FullAccess)) + ";" +
          KeyText(gauge.Key(sim::GaugeKey::Authentication));
+}
+
+// The labels tell of a failure when they do not show the clean run's verdict.
+bool LabelsDiffer(const std::string& outcome, const std::string& cleanOutcome) {
+  return outcome.substr(0, outcome.find(kGaugeHolds)) !=
+         cleanOutcome.substr(0, cleanOutcome.find(kGaugeHolds));
+}
+
+// A value tells of a failed read when it shows "Err_Rd" where the clean run showed a number.
+bool ShowsReadError(const std::string& outcome, const std::string& cleanOutcome) {
+  const std::vector<std::string> shown = Split(outcome, ';');
+  const std::vector<std::string> clean = Split(cleanOutcome, ';');
+  for (std::size_t i = 0; i < shown.size() && i < clean.size(); ++i)
+    if (shown[i] == kErrRd && clean[i] != kErrRd) return true;
+  return false;
 }
 
 void ReadyToCalibrate(FlowBench& bench) {
@@ -61,14 +81,19 @@ CampaignFlow CalibrationFlow(std::string name, std::function<void(FlowBench&)> s
                              void (NBCal::*click)(), Picture NBCal::*mark) {
   return {std::move(name), false, std::move(setUp),
           [click](FlowBench& bench) { (bench.Calibration().panel.*click)(); },
-          [mark](FlowBench& bench) { return Mark(bench.Calibration().panel.*mark); }};
+          [mark](FlowBench& bench) { return Mark(bench.Calibration().panel.*mark); },
+          // A missing done mark alone tells nothing: the calibrations tell by their boxes.
+          nullptr};
 }
 
 CampaignFlow SecurityFlow(std::string name, sim::SecurityMode from,
                           std::function<void(AuthMorlin&)> click) {
-  return {std::move(name), true, [from](FlowBench& bench) { SecurityFrom(bench, from); },
+  return {std::move(name),
+          true,
+          [from](FlowBench& bench) { SecurityFrom(bench, from); },
           [click = std::move(click)](FlowBench& bench) { click(bench.Security()); },
-          SecurityOutcome};
+          SecurityOutcome,
+          LabelsDiffer};
 }
 
 std::vector<CampaignFlow> MakeFlows() {
@@ -82,7 +107,8 @@ std::vector<CampaignFlow> MakeFlows() {
                      for (const std::string& line : testing::PanelProbe(panel)())
                        seen += line + ";";
                      return seen + ShownValues(panel);
-                   }});
+                   },
+                   ShowsReadError});
   flows.push_back(CalibrationFlow("voltage_temperature", ReadyToCalibrate,
                                   &NBCal::btnCalibrate_Click, &NBCal::imgCalDoneBox));
   flows.push_back(CalibrationFlow(
@@ -126,7 +152,8 @@ std::vector<CampaignFlow> MakeFlows() {
                      calibration.panel.chkUpdates.Value = 1;
                    },
                    [](FlowBench& bench) { bench.Calibration().panel.tmrScan_Timer(); },
-                   [](FlowBench& bench) { return ShownValues(bench.Calibration().panel); }});
+                   [](FlowBench& bench) { return ShownValues(bench.Calibration().panel); },
+                   ShowsReadError});
   return flows;
 }
 

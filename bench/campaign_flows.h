@@ -36,6 +36,9 @@ struct CampaignFlow {
   std::function<void(FlowBench&)> run;
   // What the flow left for the user: a done mark, a verdict, a mode, the values shown.
   std::function<std::string(FlowBench&)> outcome;
+  // Whether an outcome other than the clean one tells the user of a failure by itself, as a
+  // verdict or an "Err_Rd" does; a box always tells. Unset: only a box tells.
+  std::function<bool(const std::string& outcome, const std::string& cleanOutcome)> tells;
 };
 
 const std::vector<CampaignFlow>& CampaignFlows();

@@ -27,12 +27,11 @@ CleanRun RunClean(const CampaignFlow& flow, sim::Family family);
 struct FaultedRun {
   bool crashed = false;
   bool hung = false;
-  bool boxShown = false;
+  // A box, or the outcome itself, told the user of a failure.
+  bool told = false;
   // The outcome or the dataflash differ from the clean run's.
   bool failed = false;
-  // The outcome is the clean run's, whatever the dataflash holds.
-  bool outcomeAsClean = false;
-  // Bytes changed that the clean run left alone.
+  // Bytes that hold neither what they held before nor what the clean run wrote there.
   std::size_t strayBytes = 0;
   std::size_t firstStrayAddress = 0;
   std::string outcome;

@@ -16,13 +16,16 @@ constexpr std::int32_t kRsoc = sim::Gauge::kRelativeStateOfCharge;
 
 // Reads the state of charge once; on a failed read does what onFailure does.
 CampaignFlow ReadingFlow(std::function<void(FlowBench&)> onFailure) {
-  return {"reading", true, [](FlowBench&) {},
+  return {"reading",
+          true,
+          [](FlowBench&) {},
           [onFailure = std::move(onFailure)](FlowBench& bench) {
             std::int16_t word = 0;
             if (bench.Sim().host.ReadSMBusWord_(kRsoc, word, sim::Gauge::kAddress) != 0)
               onFailure(bench);
           },
-          [](FlowBench& bench) { return std::to_string(bench.Sim().host.Operations().size()); }};
+          [](FlowBench& bench) { return std::to_string(bench.Sim().host.Operations().size()); },
+          nullptr};
 }
 
 struct Verdict {
@@ -69,8 +72,24 @@ TEST(FaultedRun, CountsStrayBytesOfASilentFailure) {
   EXPECT_EQ(verdict.faulted.strayBytes, 2u);
   EXPECT_EQ(verdict.faulted.firstStrayAddress, 0x40u);
   EXPECT_TRUE(verdict.faulted.failed);
-  EXPECT_TRUE(verdict.faulted.outcomeAsClean);
-  EXPECT_FALSE(verdict.faulted.boxShown);
+  EXPECT_FALSE(verdict.faulted.told);
+}
+
+TEST(FaultedRun, CountsABytePutWhereTheCleanRunPutAnotherAsStray) {
+  const auto write = [](std::uint8_t value) {
+    return [value](FlowBench& bench) {
+      const std::uint8_t byte[] = {value};
+      bench.Sim().gauge->SetDataflashBytes(0x40, byte);
+    };
+  };
+  CampaignFlow flow = ReadingFlow(write(0x11));
+  flow.run = [run = flow.run, write](FlowBench& bench) {
+    write(0x22)(bench);
+    run(bench);
+  };
+  const Verdict verdict = Judge(flow);
+  EXPECT_EQ(verdict.clean.strayBytes, 0u);
+  EXPECT_EQ(verdict.faulted.strayBytes, 1u);
 }
 
 TEST(FaultedRun, TellsAFailureWithABox) {
@@ -79,10 +98,23 @@ TEST(FaultedRun, TellsAFailureWithABox) {
     std::int16_t word = 0;
     bench.Sim().host.ReadSMBusWord_(kRsoc, word, sim::Gauge::kAddress);
   }));
-  EXPECT_FALSE(verdict.clean.boxShown);
-  EXPECT_TRUE(verdict.faulted.boxShown);
+  EXPECT_FALSE(verdict.clean.told);
+  EXPECT_TRUE(verdict.faulted.told);
   EXPECT_TRUE(verdict.faulted.failed);
-  EXPECT_FALSE(verdict.faulted.outcomeAsClean);
+}
+
+TEST(FaultedRun, TellsAFailureByAnOutcomeOnlyWhenTheFlowSaysItTells) {
+  CampaignFlow flow = ReadingFlow([](FlowBench& bench) {
+    std::int16_t word = 0;
+    bench.Sim().host.ReadSMBusWord_(kRsoc, word, sim::Gauge::kAddress);
+  });
+  EXPECT_FALSE(Judge(flow).faulted.told);
+  flow.tells = [](const std::string& outcome, const std::string& clean) {
+    return outcome == "2" && clean == "1";
+  };
+  const Verdict verdict = Judge(flow);
+  EXPECT_FALSE(verdict.clean.told);
+  EXPECT_TRUE(verdict.faulted.told);
 }
 
 TEST(FaultedRun, AFaultTheFlowShrugsOffIsNoFailure) {
