@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <utility>
 
 namespace ombrelay::fuzz {
 
@@ -31,20 +30,6 @@ void LimitedPlatform::Sleep(std::int32_t milliseconds) {
 void LimitedPlatform::PumpEvents() {
   ForwardingPlatform::PumpEvents();
   limits_.CheckTime();
-}
-
-void LimitedPlatform::AttachTimer(Timer& timer) {
-  timer.Tick = [this, tick = std::move(timer.Tick)] {
-    if (!tick || ticksRunning_ >= kMostNestedTicks) return;
-    // A tick may end in a run-time error, which passes on to the handler that pumped.
-    struct Running {
-      int& count;
-      explicit Running(int& c) : count(++c) {}
-      ~Running() { --count; }
-    } running(ticksRunning_);
-    tick();
-  };
-  ForwardingPlatform::AttachTimer(timer);
 }
 
 }  // namespace ombrelay::fuzz

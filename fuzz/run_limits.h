@@ -5,7 +5,6 @@
 #include <cstdint>
 
 #include "platforms/forwarding_platform.h"
-#include "shell/controls.h"
 #include "sim/clock.h"
 
 namespace ombrelay::fuzz {
@@ -27,24 +26,17 @@ class RunLimits {
   std::int64_t busOperations_ = 0;
 };
 
-// Checks the limits after every wait and pump, where the virtual clock moves. Timer ticks nest at
-// most kMostNestedTicks deep: the panels let a tick start within another by design, and on a
-// KELD_PLUS gauge that never streams raw output each tick outlasts the scan interval, so ticks
-// would nest until the engineer unticks updates. A tick due deeper is skipped.
+// Checks the limits after every wait and pump, where the virtual clock moves.
 class LimitedPlatform : public ForwardingPlatform {
  public:
-  static constexpr int kMostNestedTicks = 1;
-
   LimitedPlatform(Platform& inner, const RunLimits& limits)
       : ForwardingPlatform(inner), limits_(limits) {}
 
   void Sleep(std::int32_t milliseconds) override;
   void PumpEvents() override;
-  void AttachTimer(Timer& timer) override;
 
  private:
   const RunLimits& limits_;
-  int ticksRunning_ = 0;
 };
 
 }  // namespace ombrelay::fuzz

@@ -12,7 +12,7 @@ TimerSchedule::~TimerSchedule() {
 }
 
 void TimerSchedule::Attach(Timer& timer, std::int64_t nowMs) {
-  if (Find(timer) == nullptr) entries_.push_back({&timer, -1});
+  if (Find(timer) == nullptr) entries_.push_back({&timer, -1, false});
   timer.BindPlatform(&owner_);
   Changed(timer, nowMs);
 }
@@ -37,8 +37,17 @@ void TimerSchedule::RunDue(std::int64_t nowMs,
     if (entry.dueMs < 0 || entry.dueMs > nowMs) continue;
     Timer& timer = *entry.timer;
     entry.dueMs = nowMs + timer.Interval();
-    if (timer.Tick) run(timer.Tick);
+    // As on the bench's event loop, a tick never starts inside the same timer's tick: one that
+    // comes due meanwhile is let go, and the timer goes on from there.
+    if (entry.ticking || !timer.Tick) continue;
+    entry.ticking = true;
+    const TickingEnds ends(*this, timer);
+    run(timer.Tick);
   }
+}
+
+TimerSchedule::TickingEnds::~TickingEnds() {
+  if (Entry* entry = schedule_.Find(timer_)) entry->ticking = false;
 }
 
 std::optional<std::int64_t> TimerSchedule::NextDueMs() const {

@@ -26,8 +26,9 @@ class TimerSchedule {
   // A change of Enabled or Interval starts the count afresh from nowMs.
   void Changed(Timer& timer, std::int64_t nowMs);
 
-  // Runs, through run, the Tick of every timer due at nowMs, and schedules each one Interval
-  // after nowMs. A tick may pump, and so attach, detach or change timers.
+  // Runs, through run, the Tick of every timer due at nowMs that is not ticking already, and
+  // schedules each one Interval after nowMs. A tick may pump, and so attach, detach or change
+  // timers.
   void RunDue(std::int64_t nowMs, const std::function<void(const std::function<void()>&)>& run);
   // The earliest time a tick is due; nothing while every timer is stopped.
   std::optional<std::int64_t> NextDueMs() const;
@@ -36,6 +37,20 @@ class TimerSchedule {
   struct Entry {
     Timer* timer;
     std::int64_t dueMs;  // -1 while stopped
+    bool ticking = false;
+  };
+  // Marks the timer's tick ended however it ends, a run-time error included, if the timer is
+  // still attached by then.
+  class TickingEnds {
+   public:
+    TickingEnds(TimerSchedule& schedule, Timer& timer) : schedule_(schedule), timer_(timer) {}
+    ~TickingEnds();
+    TickingEnds(const TickingEnds&) = delete;
+    TickingEnds& operator=(const TickingEnds&) = delete;
+
+   private:
+    TimerSchedule& schedule_;
+    Timer& timer_;
   };
   Entry* Find(Timer& timer);
 
