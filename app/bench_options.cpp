@@ -11,6 +11,7 @@ namespace {
 
 // A tab index the panels have: neither has more than three.
 constexpr int kLastTab = 2;
+constexpr int kMostPlotSeconds = 3600;
 
 void Refuse(const char* why) {
   std::cerr << "ombrelay-bench: " << why << '\n';
@@ -69,8 +70,15 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "calculator",
       "With --screenshot: once start-up has finished, open the SHA-1 calculator and save it "
       "instead of the window.");
+  const QCommandLineOption plot(
+      "plot",
+      "With --screenshot and the calibration panel: once start-up has finished, turn on the "
+      "continuous updates, change the bench's sources a step at each quarter of SECONDS (a load "
+      "of 2 A, a cell and TS1 up, the load off again), and after SECONDS save the plots dock "
+      "instead of the window.",
+      "SECONDS");
   parser.addOptions({sim, bus, pec, appDir, busLog, panel, sealed, screenshot, calibrate,
-                     calibrateCurrent, tab, calculator});
+                     calibrateCurrent, tab, calculator, plot});
   parser.process(app);
 
   BenchOptions options;
@@ -112,9 +120,25 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
   }
   const bool unattended = parser.isSet(screenshot);
   if (!unattended && (parser.isSet(calibrate) || parser.isSet(calibrateCurrent) ||
-                      parser.isSet(tab) || parser.isSet(calculator))) {
-    Refuse("--calibrate, --calibrate-current, --tab and --calculator go with --screenshot");
+                      parser.isSet(tab) || parser.isSet(calculator) || parser.isSet(plot))) {
+    Refuse("--calibrate, --calibrate-current, --tab, --calculator and --plot go with --screenshot");
     return std::nullopt;
+  }
+  if (parser.isSet(plot)) {
+    bool number = false;
+    const int seconds = parser.value(plot).toInt(&number);
+    if (!number || seconds < 1 || seconds > kMostPlotSeconds) {
+      Refuse("--plot is a number of seconds from 1 to 3600");
+      return std::nullopt;
+    }
+    if (!options.bus.isEmpty() || options.panel != BenchPanel::Calibration ||
+        parser.isSet(calibrate) || parser.isSet(calibrateCurrent)) {
+      Refuse(
+          "--plot changes the simulated sources under the calibration panel: leave out --bus, "
+          "--panel security, --calibrate and --calibrate-current");
+      return std::nullopt;
+    }
+    options.plotSeconds = seconds;
   }
   if ((parser.isSet(calibrate) || parser.isSet(calibrateCurrent)) && !options.bus.isEmpty()) {
     Refuse(

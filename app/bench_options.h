@@ -27,6 +27,9 @@ struct BenchOptions {
   // With a screenshot: the offsets, the current and the pack voltage calibrated, after calibrate,
   // before it is taken.
   bool calibrateCurrent = false;
+  // With a screenshot: the live scan runs this long while the bench's sources change, and the
+  // screenshot is of the plots dock.
+  std::optional<int> plotSeconds;
 };
 
 // Exit statuses of the bench.

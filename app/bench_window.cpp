@@ -15,6 +15,7 @@
 
 #include "app/bench_options.h"
 #include "app/bench_sources_dock.h"
+#include "app/plots_dock.h"
 #include "hosts/i2c_buses.h"
 #include "sim/sample_gauges.h"
 #include "ui/plugin_interface.h"
@@ -50,6 +51,7 @@ BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
   MakeSources(options.family);
   MakeBusLog();
   MakePanels(plugin, options);
+  MakePlots();
   MakeToolsMenu(plugin);
 }
 
@@ -66,6 +68,17 @@ void BenchWindow::MakePanels(PanelPlugin& plugin, const BenchOptions& options) {
   connect(panels_, &QTabWidget::currentChanged, this, [this] { gaugeChoice_->setEnabled(false); });
   for (int i = 0; i < panels_->count(); ++i)
     plugin.OnStartupFinished(panels_->widget(i), [this] { gaugeChoice_->setEnabled(true); });
+}
+
+void BenchWindow::MakePlots() {
+  plots_ = new PlotsDock(this);
+  plots_->Watch(*panels_->widget(0));
+  addDockWidget(Qt::BottomDockWidgetArea, plots_);
+  // A tab beside the bus log, which stays in front.
+  if (auto* busLog = findChild<QDockWidget*>("busLog")) {
+    tabifyDockWidget(busLog, plots_);
+    busLog->raise();
+  }
 }
 
 void BenchWindow::MakeToolsMenu(PanelPlugin& plugin) {

@@ -3,7 +3,8 @@
 // SimHost, and the i2c buses of the machine behind an I2cDevHost each; a RecordingHost over the
 // one chosen is the host the panels talk to, and the plug-in's two panels fill the window, each in
 // a tab. The tool bar chooses the gauge on the bus; one dock sets what a simulated gauge measures,
-// another shows the bus log; the Tools menu opens the plug-in's calculator.
+// another shows the bus log, a third plots what the calibration panel measures; the Tools menu
+// opens the plug-in's calculator.
 
 #include <QMainWindow>
 #include <array>
@@ -23,6 +24,7 @@ class QTabWidget;
 namespace ombrelay {
 
 class BenchSourcesDock;
+class PlotsDock;
 class PanelPlugin;
 struct BenchOptions;
 
@@ -37,6 +39,7 @@ class BenchWindow : public QMainWindow {
   bool AttachBus(const QString& path, QString& error);
   // The panel in the tab shown.
   QWidget& ShownPanel() const;
+  PlotsDock& Plots() { return *plots_; }
   // What the bench applies to the gauge on the bus.
   const sim::Measurements& Applied() const;
 
@@ -47,6 +50,7 @@ class BenchWindow : public QMainWindow {
   void MakeBusLog();
   void MakeSources(sim::Family family);
   void MakePanels(PanelPlugin& plugin, const BenchOptions& options);
+  void MakePlots();
   void MakeToolsMenu(PanelPlugin& plugin);
   void AttachSimulated(sim::Family family);
 
@@ -63,6 +67,7 @@ class BenchWindow : public QMainWindow {
   QComboBox* gaugeChoice_ = nullptr;
   QPlainTextEdit* busLog_ = nullptr;
   BenchSourcesDock* sources_ = nullptr;
+  PlotsDock* plots_ = nullptr;
 };
 
 }  // namespace ombrelay

@@ -9,8 +9,10 @@
 
 #include "app/bench_options.h"
 #include "app/bench_window.h"
+#include "app/plots_dock.h"
 #include "app/plugin_loading.h"
 #include "app/unattended_calibration.h"
+#include "app/unattended_plots.h"
 #include "ui/plugin_interface.h"
 
 namespace {
@@ -46,6 +48,13 @@ void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, ombrelay::BenchWi
   plugin.OnStartupFinished(
       &panel, [&plugin, &window, &panel, options, taken = std::make_shared<bool>(false)] {
         if (std::exchange(*taken, true)) return;
+        if (options.plotSeconds) {
+          ombrelay::ScanWhileSourcesChange(panel, *options.plotSeconds, [&window, options] {
+            window.Plots().raise();
+            SaveScreenshot(window.Plots(), options.screenshot);
+          });
+          return;
+        }
         if (!options.calibrate && !options.calibrateCurrent) {
           SaveWhenSettled(plugin, window, options);
           return;

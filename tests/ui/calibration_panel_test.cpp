@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QDir>
+#include <QFile>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,6 +15,7 @@
 #include <QTest>
 #include <sstream>
 
+#include "app/plots_dock.h"
 #include "hosts/sim_host.h"
 #include "shell/shared_state.h"
 #include "sim/clock.h"
@@ -163,6 +166,44 @@ TEST_F(CalibrationPanelTest, MorlinStartupShowsBothGridsBesideThePages) {
   panel->Refresh();
   EXPECT_EQ(dataflashGrid.item(1, 1)->text(), "-7188");
   EXPECT_FALSE(modeGrid.isVisible());
+  host.Attach(nullptr);
+}
+
+// The plots read this panel's boxes by their names: a box renamed would leave a chart empty.
+TEST_F(CalibrationPanelTest, PlotsDockSamplesWhatTheScanShowsWhileUpdatesAreOn) {
+  const std::unique_ptr<sim::Gauge> quill = sim::MakeSampleGauge(sim::Family::Quill, clock);
+  host.Attach(quill.get());
+  ShowAndStart();
+  PlotsDock dock;
+  dock.Watch(*panel);
+  dock.Sample();
+  EXPECT_TRUE(dock.History().Samples().empty()) << "no samples while updates are off";
+
+  Find<QCheckBox>("chkUpdates").click();
+  // A tick now, rather than after the timer's two seconds.
+  panel->Control().tmrScan_Timer();
+  panel->Refresh();
+  dock.Sample();
+  ASSERT_EQ(dock.History().Samples().size(), 1u);
+  const ScanSample& sample = dock.History().Samples().front();
+  const auto shown = [&](const char* name) { return Find<QLineEdit>(name).text().toDouble(); };
+  // Three cells on this gauge: the fourth row is disabled and stays out.
+  EXPECT_EQ(sample.values[1], shown("txtCalMeasVoltage(1)") - shown("txtCalMeasVoltage(0)"));
+  EXPECT_EQ(sample.values[3], std::nullopt);
+  EXPECT_EQ(sample.values[4], shown("txtCalMeasVoltage(2)"));
+  EXPECT_EQ(sample.values[7], shown("txtMeasTemp(0)"));
+  EXPECT_EQ(sample.values[12], shown("txtMeasuredCurrent"));
+
+  const QString file = QDir::temp().filePath("ombrelay-plots-test.csv");
+  QString error;
+  ASSERT_TRUE(dock.ExportCsv(file, error)) << error.toStdString();
+  QFile written(file);
+  ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+  EXPECT_EQ(written.readAll().toStdString(), dock.History().ToCsv());
+  written.remove();
+  EXPECT_FALSE(dock.ExportCsv("/nonexistent/folder/scan.csv", error));
+  EXPECT_TRUE(error.startsWith("Cannot write /nonexistent/folder/scan.csv: "))
+      << error.toStdString();
   host.Attach(nullptr);
 }
 
