@@ -1,8 +1,11 @@
 #include "cli/calibration_commands.h"
 
 #include <array>
+#include <ctime>
+#include <span>
 
 #include "cli/panel_input.h"
+#include "config/configuration_section.h"
 #include "panel/nbcal.h"
 #include "panel/run_event.h"
 #include "shell/shared_state.h"
@@ -10,8 +13,6 @@
 
 namespace ombrelay::cli {
 namespace {
-
-const std::array<const char*, 4> kFamilyNames = {"KELD", "QUILL", "MORLIN", "KELD_PLUS"};
 
 std::string Indexed(const char* name, std::size_t index) {
   return std::string(name) + "(" + std::to_string(index) + ")";
@@ -118,26 +119,41 @@ struct Calibration {
   void (NBCal::*click)();
   Picture NBCal::*mark;
   const char* markName;
+  const char* title;
 };
 
 Calibration CalibrationOf(Command command) {
   switch (command) {
     case Command::CalibratePack:
       return {&NBCal::btnPackVoltage, &NBCal::btnPackVoltage_Click, &NBCal::imgPackVoltage,
-              "imgPackVoltage"};
+              "imgPackVoltage", "Pack voltage calibration"};
     case Command::CalibrateCurrent:
       return {&NBCal::btnPackCurrent, &NBCal::btnPackCurrent_Click, &NBCal::ImgPackCurrent,
-              "ImgPackCurrent"};
+              "ImgPackCurrent", "Current calibration"};
     case Command::CalibrateCcOffset:
       return {&NBCal::btnCalCCCounter, &NBCal::btnCalCCCounter_Click, &NBCal::imageCCOffsetDone,
-              "imageCCOffsetDone"};
+              "imageCCOffsetDone", "Coulomb counter offset calibration"};
     case Command::CalibrateBoardOffset:
       return {&NBCal::btnBoardOffset, &NBCal::btnBoardOffset_Click, &NBCal::ImgBoardOffset,
-              "ImgBoardOffset"};
+              "ImgBoardOffset", "Board offset calibration"};
     default:
       return {&NBCal::btnCalibrate, &NBCal::btnCalibrate_Click, &NBCal::imgCalDoneBox,
-              "imgCalDoneBox"};
+              "imgCalDoneBox", "Voltage and temperature calibration"};
   }
+}
+
+std::vector<ReportedValue> Reported(std::span<const ShownValue> values) {
+  std::vector<ReportedValue> reported;
+  for (const ShownValue& value : values)
+    reported.push_back({value.control, value.label, value.text});
+  return reported;
+}
+
+std::vector<ReportedMessage> Reported(std::span<const ShownMessage> messages) {
+  std::vector<ReportedMessage> reported;
+  for (const ShownMessage& message : messages)
+    reported.push_back({message.text, message.style, message.title});
+  return reported;
 }
 
 // Types what the command brings into the page its button stands on.
@@ -176,9 +192,7 @@ void Identify(Session& session, Report& report) {
   report.Add("firmware_type", "Firmware type", g_sFirmwareType);
   report.Add("build", "Build", g_sBuildNumber);
   // The family is known only once the configuration has loaded.
-  const bool known = report.succeeded && g_iDFType >= 0 &&
-                     g_iDFType < static_cast<std::int32_t>(kFamilyNames.size());
-  report.Add("family", "Family", known ? kFamilyNames[static_cast<std::size_t>(g_iDFType)] : "");
+  report.Add("family", "Family", report.succeeded ? std::string(FamilyName(g_iDFType)) : "");
   report.Add("dataflash_map", "Dataflash map", g_sDataFlashMapPath);
   report.Add("txtCellCount", "Cells", panel.txtCellCount.Text);
   report.Add("txtVersion", "Panel", panel.txtVersion.Caption);
@@ -202,22 +216,40 @@ void Status(Session& session, const Options& options, Report& report,
   }
 }
 
-void Calibrate(Session& session, const Options& options, Report& report) {
+void Calibrate(Session& session, const Options& options, Report& report,
+               std::optional<CalibrationReport>& record) {
   NBCal panel(session.GetHost(), session.GetPlatform());
   if (!StartUp(panel, session)) return;
   Scan(panel);
   if (!Enter(panel, options, report)) return;
   const Calibration calibration = CalibrationOf(options.command);
-  const std::size_t before = session.Messages().size();
+  CalibrationReport pressed;
+  pressed.calibration = calibration.title;
+  pressed.time = std::time(nullptr);
+  pressed.entered = Reported(report.values);
+  Report shown;
+  AddMeasured(shown, panel);
+  pressed.shownBefore = Reported(shown.values);
+  const std::size_t firstMessage = session.Messages().size();
+  const std::size_t firstOperation = session.Operations().size();
   if (!Press(panel.*calibration.button, [&] { (panel.*calibration.click)(); })) {
     report.Fail("the calibration button is not enabled");
     return;
   }
   const Picture& mark = panel.*calibration.mark;
-  report.succeeded = mark.Visible && session.Messages().size() == before;
+  report.succeeded = mark.Visible && session.Messages().size() == firstMessage;
   report.Add(calibration.markName, "Done-mark", MarkText(mark));
+  TakeIdentity(pressed);
+  pressed.done = mark.Visible;
+  pressed.messages = Reported(std::span(session.Messages()).subspan(firstMessage));
+  pressed.changes =
+      DataflashChanges(std::span(session.Operations()).subspan(firstOperation), ConfiguredAreas());
+  NameCalibrationParameters(pressed.changes);
   Scan(panel);
+  const std::size_t firstShown = report.values.size();
   AddMeasured(report, panel);
+  pressed.shownAfter = Reported(std::span(report.values).subspan(firstShown));
+  record = std::move(pressed);
 }
 
 }  // namespace ombrelay::cli

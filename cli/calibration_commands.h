@@ -3,10 +3,12 @@
 // scan fill the measured boxes, types what the options say and presses the button.
 
 #include <functional>
+#include <optional>
 
 #include "cli/options.h"
 #include "cli/report.h"
 #include "cli/session.h"
+#include "report/calibration_report.h"
 
 namespace ombrelay::cli {
 
@@ -14,6 +16,8 @@ void Identify(Session& session, Report& report);
 // Each printing goes to emit; with --watch, one every so many seconds.
 void Status(Session& session, const Options& options, Report& report,
             const std::function<void(Report&)>& emit);
-void Calibrate(Session& session, const Options& options, Report& report);
+// Once its button was pressed, record holds the calibration's report.
+void Calibrate(Session& session, const Options& options, Report& report,
+               std::optional<CalibrationReport>& record);
 
 }  // namespace ombrelay::cli

@@ -1,5 +1,8 @@
 #include "cli/command_line.h"
 
+#include <cerrno>
+#include <cstring>
+#include <fstream>
 #include <ostream>
 
 #include "cli/calibration_commands.h"
@@ -63,6 +66,23 @@ void Emit(Report& report, const Options& options, Environment& env, const Sessio
     env.err << "ombrelay: " << report.failure << '\n' << std::flush;
 }
 
+// False, after saying why, when there is no report to write or it could not be written.
+bool WriteCalibrationReport(const std::optional<CalibrationReport>& record, const std::string& file,
+                            Environment& env) {
+  if (!record) {
+    env.err << "ombrelay: no report written to " << file
+            << ": the calibration's button was not pressed\n";
+    return false;
+  }
+  std::ofstream out(file, std::ios::trunc);
+  out << ToJson(*record).dump(2) << '\n';
+  if (!out.flush()) {
+    env.err << "ombrelay: cannot write the report " << file << ": " << std::strerror(errno) << '\n';
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& args, Environment& env) {
@@ -74,6 +94,7 @@ int RunCommandLine(const std::vector<std::string>& args, Environment& env) {
   }
   Report report;
   report.command = options.commandName;
+  std::optional<CalibrationReport> record;
   if (options.command == Command::Digest) {
     Digest(options, report);
     Emit(report, options, env, nullptr);
@@ -111,11 +132,13 @@ int RunCommandLine(const std::vector<std::string>& args, Environment& env) {
       Secure(*session, options, report);
       break;
     default:
-      Calibrate(*session, options, report);
+      Calibrate(*session, options, report, record);
       break;
   }
   session->EndProgress();
   Emit(report, options, env, session.get());
+  if (!options.reportFile.empty() && !WriteCalibrationReport(record, options.reportFile, env))
+    return kExitFailure;
   return report.succeeded ? kExitSuccess : kExitFailure;
 }
 

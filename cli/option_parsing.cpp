@@ -172,6 +172,13 @@ class Grammar {
                               "on a terminal)",
                               Command::None);
     calibrate->require_subcommand(1);
+    calibrate
+        ->add_option("--report", options_.reportFile,
+                     "Also write the calibration's report to FILE as JSON: the gauge, its "
+                     "configuration, what was entered, the values shown before and after, the "
+                     "boxes shown and every dataflash byte changed with its read-back "
+                     "(ombrelay-report-pdf makes a PDF page of it)")
+        ->type_name("FILE");
     CLI::App* vt =
         Add(*calibrate, "voltage-temperature",
             "Voltage and temperature calibration: types the values into the first page, ticks "

@@ -60,6 +60,8 @@ struct Options {
   std::map<int, std::string> temperatures;
   // calibrate pack (mV), calibrate current (mA)
   std::string entered;
+  // calibrate: where to write the calibration's report, as JSON; empty for none
+  std::string reportFile;
 
   // security commands and digest
   std::string key;

@@ -32,6 +32,16 @@ std::array<std::string, 5> SectionNames() {
 
 }  // namespace
 
+std::vector<std::string> FoundSectionNames(const std::string& path) {
+  std::vector<std::string> found;
+  for (const std::string& section : SectionNames()) {
+    std::string text;
+    if (GetPrivateProfileSectionA(section, text, kSectionBufferSize, path) > 0)
+      found.push_back(section);
+  }
+  return found;
+}
+
 Status LoadDeviceConfiguration() {
   const std::string path = ApplicationDirectory() + "config.ini";
   std::error_code error;
@@ -43,15 +53,10 @@ Status LoadDeviceConfiguration() {
     return 1;
   }
 
-  bool found = false;
-  for (const std::string& section : SectionNames()) {
-    std::string text;
-    if (GetPrivateProfileSectionA(section, text, kSectionBufferSize, path) > 0) {
-      found = true;
-      ReadConfigurationSection(section, path);
-    }
-  }
-  if (!found) {
+  const std::vector<std::string> found = FoundSectionNames(path);
+  for (const std::string& section : found)
+    ReadConfigurationSection(section, path);
+  if (found.empty()) {
     MsgBox(
         "A section name matching device and firmware version was not found in configuration "
         "file " +

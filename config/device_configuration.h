@@ -3,6 +3,7 @@
 // sections of config.ini, from the least to the most specific.
 
 #include <string>
+#include <vector>
 
 #include "shell/host.h"
 
@@ -11,6 +12,10 @@ namespace ombrelay {
 // Tries the five section names of the identified gauge in config.ini; 0 when at least one was
 // found.
 Status LoadDeviceConfiguration();
+
+// The sections of config.ini at path that apply to the identified gauge, from the least to the
+// most specific: the ones the configuration was read from.
+std::vector<std::string> FoundSectionNames(const std::string& path);
 
 // The dataflash map, then config.ini; 0 when configured.
 Status LoadConfigurationforDevice();

@@ -89,6 +89,13 @@ TEST_F(CommandLineTest, FailuresExitWithOneAndSayWhy) {
        "ombrelay: this gauge's page takes the battery voltage too: give --battery\n"},
       {{"calibrate", "voltage-temperature", "--temp", "ext3=25"},
        "ombrelay: this gauge's page has no row for sensor 3 (Ext 3 Temp)\n"},
+      {{"calibrate", "voltage-temperature", "--temp", "ext3=25", "--report", "/tmp/never.json"},
+       "ombrelay: this gauge's page has no row for sensor 3 (Ext 3 Temp)\n"
+       "ombrelay: no report written to /tmp/never.json: the calibration's button was not "
+       "pressed\n"},
+      // The calibration is done; only its report is lost, and the run says so.
+      {{"calibrate", "cc-offset", "--report", "/nonexistent/report.json"},
+       "ombrelay: cannot write the report /nonexistent/report.json: No such file or directory\n"},
       {{"unseal", "--key", "0123"},
        "message: plain: Length of Key needs to be 32 Hex characters long.\n"},
       {{"authenticate", "--key", kNewKey}, ""},

@@ -5,9 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "security/auth_morlin.h"
@@ -156,6 +159,91 @@ TEST_P(EndToEnd, CalibrationsMakeTheScanShowWhatTheBenchApplies) {
   if (gauge.packCalibrated) {
     EXPECT_NEAR(Value(pack, "txtPackMeasured"), applied.packMv, 1);
   }
+}
+
+// Where the family keeps its calibration, as the gauge itself gives it: the words that select an
+// area and the command that holds it.
+struct CalibrationArea {
+  const char* name;
+  std::int32_t base;
+  std::optional<std::pair<std::uint8_t, std::uint16_t>> select;
+  std::uint8_t data;
+};
+
+std::vector<CalibrationArea> CalibrationAreas(sim::Family family) {
+  switch (family) {
+    case sim::Family::Keld:
+      return {{"block 0x58", 0, std::nullopt, 0x58}};
+    case sim::Family::Quill:
+      return {{"subclass 0x68", 0, std::pair{0x77, 0x68}, 0x78}};
+    default:
+      return {{"row 0", 0, std::pair{0x00, 0x0100}, 0x2F},
+              {"row 1", 32, std::pair{0x00, 0x0101}, 0x2F}};
+  }
+}
+
+std::vector<std::uint8_t> Holds(sim::Gauge& gauge, const CalibrationArea& area) {
+  if (area.select) gauge.WriteWord(area.select->first, area.select->second);
+  return gauge.ReadBlock(area.data).value_or(std::vector<std::uint8_t>{});
+}
+
+std::string ByteText(std::uint8_t byte) {
+  char text[8];
+  std::snprintf(text, sizeof text, "0x%02X", byte);
+  return text;
+}
+
+// Each calibration's report tells, byte for byte, what the gauge holds afterwards that it did not
+// before, and nothing else: the old byte, the one written and the one read back.
+TEST_P(EndToEnd, CalibrationReportsTellEveryByteTheGaugeNowHolds) {
+  bench.Apply([](sim::Measurements& applied) {
+    applied.temperatures.fill(3000);
+    applied.currentMa = 0;
+  });
+  const sim::Measurements applied = bench.gauge->AppliedMeasurements();
+  const std::string file = (std::filesystem::path(::testing::TempDir()) /
+                            ("ombrelay_report_" + Named(GetParam()) + ".json"))
+                               .string();
+  const std::vector<std::vector<std::string>> calibrations = {
+      VoltageTemperatureArguments(applied, gauge),
+      {"calibrate", "cc-offset"},
+      {"calibrate", "pack", "--mv", std::to_string(applied.packMv)}};
+  bool anyChange = false;
+  for (std::vector<std::string> args : calibrations) {
+    std::vector<std::vector<std::uint8_t>> before;
+    for (const CalibrationArea& area : CalibrationAreas(gauge.family))
+      before.push_back(Holds(*bench.gauge, area));
+    args.insert(args.end(), {"--report", file});
+    ASSERT_TRUE(Succeeded(Run(args))) << args[1];
+
+    nlohmann::json expected = nlohmann::json::array();
+    const std::vector<CalibrationArea> areas = CalibrationAreas(gauge.family);
+    for (std::size_t a = 0; a < areas.size(); ++a) {
+      const std::vector<std::uint8_t> after = Holds(*bench.gauge, areas[a]);
+      for (std::size_t i = 0; i < after.size(); ++i) {
+        if (i < before[a].size() && before[a][i] == after[i]) continue;
+        expected.push_back({{"area", areas[a].name},
+                            {"address", areas[a].base + static_cast<std::int32_t>(i)},
+                            {"old", ByteText(before[a][i])},
+                            {"written", ByteText(after[i])},
+                            {"read_back", ByteText(after[i])}});
+      }
+    }
+    std::ifstream in(file);
+    nlohmann::json report = nlohmann::json::parse(in);
+    // Each byte the calibrations change belongs to one of its parameters.
+    for (nlohmann::json& change : report["dataflash_changes"]) {
+      EXPECT_NE(change["parameter"], "") << args[1] << " " << change;
+      change.erase("parameter");
+    }
+    EXPECT_EQ(report["dataflash_changes"], expected) << args[1];
+    anyChange = anyChange || !expected.empty();
+    EXPECT_EQ(report["done"], true);
+    EXPECT_EQ(report["messages"], nlohmann::json::array());
+    EXPECT_EQ(report["configuration"]["family"], gauge.familyName);
+    EXPECT_FALSE(report["configuration"]["sections"].empty());
+  }
+  EXPECT_TRUE(anyChange) << "the calibrations changed nothing the report could tell";
 }
 
 std::vector<std::string> FileLines(const std::filesystem::path& file) {
