@@ -77,8 +77,14 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "of 2 A, a cell and TS1 up, the load off again), and after SECONDS save the plots dock "
       "instead of the window.",
       "SECONDS");
+  const QCommandLineOption report(
+      "report",
+      "With --screenshot and --calibrate or --calibrate-current: once the calibrations are done, "
+      "save their reports to FILE as JSON and beside it as PDF, as Reports > Save Calibration "
+      "Reports… does.",
+      "FILE");
   parser.addOptions({sim, bus, pec, appDir, busLog, panel, sealed, screenshot, calibrate,
-                     calibrateCurrent, tab, calculator, plot});
+                     calibrateCurrent, tab, calculator, plot, report});
   parser.process(app);
 
   BenchOptions options;
@@ -151,6 +157,11 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
     Refuse("--calibrate and --calibrate-current go with the calibration panel");
     return std::nullopt;
   }
+  if (parser.isSet(report) && !parser.isSet(calibrate) && !parser.isSet(calibrateCurrent)) {
+    Refuse("--report goes with --calibrate or --calibrate-current");
+    return std::nullopt;
+  }
+  options.reportFile = parser.value(report);
   options.appDir = parser.value(appDir);
   options.busLog = parser.value(busLog);
   options.screenshot = parser.value(screenshot);

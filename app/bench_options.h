@@ -30,6 +30,8 @@ struct BenchOptions {
   // With a screenshot: the live scan runs this long while the bench's sources change, and the
   // screenshot is of the plots dock.
   std::optional<int> plotSeconds;
+  // With a screenshot and a calibration: the calibrations' reports, saved here and as PDF.
+  QString reportFile;
 };
 
 // Exit statuses of the bench.

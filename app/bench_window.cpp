@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QDockWidget>
+#include <QFileDialog>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QMenuBar>
@@ -53,6 +54,7 @@ BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
   MakePanels(plugin, options);
   MakePlots();
   MakeToolsMenu(plugin);
+  MakeReportsMenu(plugin);
 }
 
 void BenchWindow::MakePanels(PanelPlugin& plugin, const BenchOptions& options) {
@@ -79,6 +81,33 @@ void BenchWindow::MakePlots() {
     tabifyDockWidget(busLog, plots_);
     busLog->raise();
   }
+}
+
+void BenchWindow::MakeReportsMenu(PanelPlugin& plugin) {
+  QMenu* reports = menuBar()->addMenu("&Reports");
+  saveReports_ = reports->addAction("&Save Calibration Reports…", this, [this] { SaveReports(); });
+  saveReports_->setEnabled(false);
+  plugin.OnCalibrationReport(panels_->widget(0), [this](const std::string& json) {
+    reports_.Add(json);
+    saveReports_->setEnabled(true);
+    statusBar()->showMessage(
+        QStringLiteral("%1 calibration report(s) kept: Reports > Save Calibration Reports… writes "
+                       "them as JSON and PDF.")
+            .arg(reports_.Count()));
+  });
+}
+
+void BenchWindow::SaveReports() {
+  const QString file = QFileDialog::getSaveFileName(
+      this, "Save calibration reports", "calibration-report.json", "JSON files (*.json)");
+  if (file.isEmpty()) return;
+  QString error;
+  if (!reports_.Save(file, error)) {
+    QMessageBox::warning(this, "Save Calibration Reports", error);
+    return;
+  }
+  statusBar()->showMessage(
+      QStringLiteral("Saved %1 and %2").arg(file, CalibrationReports::PdfBeside(file)));
 }
 
 void BenchWindow::MakeToolsMenu(PanelPlugin& plugin) {

@@ -10,6 +10,7 @@
 #include <array>
 #include <memory>
 
+#include "app/calibration_reports.h"
 #include "hosts/i2c_dev_host.h"
 #include "hosts/recording_host.h"
 #include "hosts/sim_host.h"
@@ -17,6 +18,7 @@
 #include "sim/family.h"
 #include "sim/gauge.h"
 
+class QAction;
 class QComboBox;
 class QPlainTextEdit;
 class QTabWidget;
@@ -40,6 +42,8 @@ class BenchWindow : public QMainWindow {
   // The panel in the tab shown.
   QWidget& ShownPanel() const;
   PlotsDock& Plots() { return *plots_; }
+  // The reports of the calibrations run so far.
+  const CalibrationReports& Reports() const { return reports_; }
   // What the bench applies to the gauge on the bus.
   const sim::Measurements& Applied() const;
 
@@ -52,6 +56,8 @@ class BenchWindow : public QMainWindow {
   void MakePanels(PanelPlugin& plugin, const BenchOptions& options);
   void MakePlots();
   void MakeToolsMenu(PanelPlugin& plugin);
+  void MakeReportsMenu(PanelPlugin& plugin);
+  void SaveReports();
   void AttachSimulated(sim::Family family);
 
   sim::RealClock clock_;
@@ -68,6 +74,8 @@ class BenchWindow : public QMainWindow {
   QPlainTextEdit* busLog_ = nullptr;
   BenchSourcesDock* sources_ = nullptr;
   PlotsDock* plots_ = nullptr;
+  CalibrationReports reports_;
+  QAction* saveReports_ = nullptr;
 };
 
 }  // namespace ombrelay

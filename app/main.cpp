@@ -69,6 +69,12 @@ void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, ombrelay::BenchWi
             QCoreApplication::exit(kExitFailure);
             return;
           }
+          QString error;
+          if (!options.reportFile.isEmpty() && !window.Reports().Save(options.reportFile, error)) {
+            std::cerr << "ombrelay-bench: " << error.toStdString() << '\n';
+            QCoreApplication::exit(kExitFailure);
+            return;
+          }
           SaveWhenSettled(plugin, window, options);
         });
       });

@@ -1,13 +1,12 @@
 #include "cli/calibration_commands.h"
 
 #include <array>
-#include <ctime>
-#include <span>
 
 #include "cli/panel_input.h"
 #include "config/configuration_section.h"
 #include "panel/nbcal.h"
 #include "panel/run_event.h"
+#include "report/calibration_recording.h"
 #include "shell/shared_state.h"
 #include "shell/utils.h"
 
@@ -45,22 +44,8 @@ void AddGrid(Report& report, const Grid& grid, const char* name, const char* lab
 
 // What the scan shows, the rows of this gauge only.
 void AddMeasured(Report& report, const NBCal& panel) {
-  for (std::size_t row = 0; row < panel.txtCalMeasVoltage.size(); ++row) {
-    const TextBox& box = panel.txtCalMeasVoltage[row];
-    if (box.Visible && box.Enabled)
-      report.Add(Indexed("txtCalMeasVoltage", row), panel.Label1[row].Caption + ", measured (mV)",
-                 box.Text);
-  }
-  if (panel.txtBatMeasured.Visible)
-    report.Add("txtBatMeasured", "Battery voltage, measured (mV)", panel.txtBatMeasured.Text);
-  if (panel.frmPackCal.Visible)
-    report.Add("txtPackMeasured", "Pack voltage, measured (mV)", panel.txtPackMeasured.Text);
-  report.Add("txtMeasuredCurrent", "Current, measured (mA)", panel.txtMeasuredCurrent.Text);
-  for (std::size_t row = 0; row < panel.txtMeasTemp.size(); ++row) {
-    if (panel.txtMeasTemp[row].Visible)
-      report.Add(Indexed("txtMeasTemp", row), panel.chkTemp[row].Caption + ", measured (C)",
-                 panel.txtMeasTemp[row].Text);
-  }
+  for (ReportedValue& value : MeasuredValues(panel))
+    report.Add(std::move(value.control), std::move(value.label), std::move(value.text));
 }
 
 // Types the voltage and temperature page's entries; false, with why, when the options do not
@@ -113,47 +98,19 @@ bool EnterVoltagesAndTemperatures(NBCal& panel, const Options& options, Report& 
   return true;
 }
 
-// The button of one calibration, the mark that shows it done, and what it is about.
-struct Calibration {
-  Button NBCal::*button;
-  void (NBCal::*click)();
-  Picture NBCal::*mark;
-  const char* markName;
-  const char* title;
-};
-
-Calibration CalibrationOf(Command command) {
+CalibrationKind KindOf(Command command) {
   switch (command) {
     case Command::CalibratePack:
-      return {&NBCal::btnPackVoltage, &NBCal::btnPackVoltage_Click, &NBCal::imgPackVoltage,
-              "imgPackVoltage", "Pack voltage calibration"};
+      return CalibrationKind::PackVoltage;
     case Command::CalibrateCurrent:
-      return {&NBCal::btnPackCurrent, &NBCal::btnPackCurrent_Click, &NBCal::ImgPackCurrent,
-              "ImgPackCurrent", "Current calibration"};
+      return CalibrationKind::Current;
     case Command::CalibrateCcOffset:
-      return {&NBCal::btnCalCCCounter, &NBCal::btnCalCCCounter_Click, &NBCal::imageCCOffsetDone,
-              "imageCCOffsetDone", "Coulomb counter offset calibration"};
+      return CalibrationKind::CcOffset;
     case Command::CalibrateBoardOffset:
-      return {&NBCal::btnBoardOffset, &NBCal::btnBoardOffset_Click, &NBCal::ImgBoardOffset,
-              "ImgBoardOffset", "Board offset calibration"};
+      return CalibrationKind::BoardOffset;
     default:
-      return {&NBCal::btnCalibrate, &NBCal::btnCalibrate_Click, &NBCal::imgCalDoneBox,
-              "imgCalDoneBox", "Voltage and temperature calibration"};
+      return CalibrationKind::VoltageTemperature;
   }
-}
-
-std::vector<ReportedValue> Reported(std::span<const ShownValue> values) {
-  std::vector<ReportedValue> reported;
-  for (const ShownValue& value : values)
-    reported.push_back({value.control, value.label, value.text});
-  return reported;
-}
-
-std::vector<ReportedMessage> Reported(std::span<const ShownMessage> messages) {
-  std::vector<ReportedMessage> reported;
-  for (const ShownMessage& message : messages)
-    reported.push_back({message.text, message.style, message.title});
-  return reported;
 }
 
 // Types what the command brings into the page its button stands on.
@@ -222,34 +179,23 @@ void Calibrate(Session& session, const Options& options, Report& report,
   if (!StartUp(panel, session)) return;
   Scan(panel);
   if (!Enter(panel, options, report)) return;
-  const Calibration calibration = CalibrationOf(options.command);
-  CalibrationReport pressed;
-  pressed.calibration = calibration.title;
-  pressed.time = std::time(nullptr);
-  pressed.entered = Reported(report.values);
-  Report shown;
-  AddMeasured(shown, panel);
-  pressed.shownBefore = Reported(shown.values);
-  const std::size_t firstMessage = session.Messages().size();
-  const std::size_t firstOperation = session.Operations().size();
+  const CalibrationKind kind = KindOf(options.command);
+  const CalibrationButton& calibration = ButtonOf(kind);
+  CalibrationRecorder recorder(session.Operations(), session.Messages());
+  recorder.Pressing(panel, kind);
+  const std::size_t before = session.Messages().size();
   if (!Press(panel.*calibration.button, [&] { (panel.*calibration.click)(); })) {
     report.Fail("the calibration button is not enabled");
     return;
   }
   const Picture& mark = panel.*calibration.mark;
-  report.succeeded = mark.Visible && session.Messages().size() == firstMessage;
+  report.succeeded = mark.Visible && session.Messages().size() == before;
   report.Add(calibration.markName, "Done-mark", MarkText(mark));
-  TakeIdentity(pressed);
-  pressed.done = mark.Visible;
-  pressed.messages = Reported(std::span(session.Messages()).subspan(firstMessage));
-  pressed.changes =
-      DataflashChanges(std::span(session.Operations()).subspan(firstOperation), ConfiguredAreas());
-  NameCalibrationParameters(pressed.changes);
+  record = recorder.Pressed(panel);
+  // The report's values after are those of the scan that follows, as the run prints them.
   Scan(panel);
-  const std::size_t firstShown = report.values.size();
+  record->shownAfter = MeasuredValues(panel);
   AddMeasured(report, panel);
-  pressed.shownAfter = Reported(std::span(report.values).subspan(firstShown));
-  record = std::move(pressed);
 }
 
 }  // namespace ombrelay::cli

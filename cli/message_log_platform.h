@@ -8,14 +8,9 @@
 #include <vector>
 
 #include "platforms/forwarding_platform.h"
+#include "report/shown_message.h"
 
 namespace ombrelay::cli {
-
-struct ShownMessage {
-  std::string text;
-  MessageStyle style = MessageStyle::Plain;
-  std::string title;
-};
 
 class MessageLogPlatform : public ForwardingPlatform {
  public:

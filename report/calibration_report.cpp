@@ -88,7 +88,7 @@ std::string LocalTime(std::time_t time) {
 
 Json ToJson(const CalibrationReport& report) {
   Json messages = Json::array();
-  for (const ReportedMessage& message : report.messages)
+  for (const ShownMessage& message : report.messages)
     messages.push_back({{"style", message.style == MessageStyle::Error ? "error" : "plain"},
                         {"title", message.title},
                         {"text", message.text}});

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "report/dataflash_changes.h"
-#include "shell/platform.h"
+#include "report/shown_message.h"
 
 namespace ombrelay {
 
@@ -18,12 +18,6 @@ struct ReportedValue {
   std::string control;  // "txtCalMeasVoltage(0)"
   std::string label;    // "Cell 1, measured (mV)"
   std::string text;
-};
-
-struct ReportedMessage {
-  std::string text;
-  MessageStyle style = MessageStyle::Plain;
-  std::string title;
 };
 
 struct CalibrationReport {
@@ -42,7 +36,7 @@ struct CalibrationReport {
   std::vector<ReportedValue> shownBefore;
   std::vector<ReportedValue> shownAfter;
   bool done = false;  // its done-mark showed
-  std::vector<ReportedMessage> messages;
+  std::vector<ShownMessage> messages;
   std::vector<ChangedByte> changes;
 };
 

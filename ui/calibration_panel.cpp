@@ -2,11 +2,13 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDateTime>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QTabBar>
 #include <QTableWidget>
 
+#include "shell/shared_state.h"
 #include "ui/calibration_pages.h"
 #include "ui/widget_factory.h"
 
@@ -32,11 +34,20 @@ constexpr int kStatusLineHeight = 750;
 }  // namespace
 
 CalibrationPanel::CalibrationPanel(Host& host, Platform& platform, QWidget* parent)
-    : PanelWidget(parent), nbcal_(host, platform) {
+    : PanelWidget(parent),
+      host_(host),
+      platform_(platform),
+      bus_(host, [] { return QDateTime::currentMSecsSinceEpoch(); }),
+      boxes_(platform),
+      nbcal_(bus_, boxes_) {
+  bus_.onOperation = [this](const BusOperation&) {
+    if (!pressing_) bus_.Clear();
+  };
   WidgetFactory make(bindings_);
   MakeTabStrip();
-  const std::array<QWidget*, 2> pages = {MakeVoltageTemperaturePage(nbcal_, make),
-                                         MakeCurrentPage(nbcal_, make)};
+  const CalibrationPress press = [this](CalibrationKind kind) { Press(kind); };
+  const std::array<QWidget*, 2> pages = {MakeVoltageTemperaturePage(nbcal_, make, press),
+                                         MakeCurrentPage(nbcal_, make, press)};
   // Until start-up lays them out, the pages lie one over the other, the first on top.
   for (std::size_t i = pages.size(); i-- > 0;) {
     pages[i]->setObjectName(Indexed("picCalibration", i));
@@ -58,7 +69,32 @@ CalibrationPanel::CalibrationPanel(Host& host, Platform& platform, QWidget* pare
   Refresh();
 }
 
-CalibrationPanel::~CalibrationPanel() = default;
+CalibrationPanel::~CalibrationPanel() {
+  // The shared state must not point at what goes with this panel.
+  if (g_oHost == &bus_) g_oHost = &host_;
+  if (g_oPlatform == &boxes_) g_oPlatform = &platform_;
+}
+
+void CalibrationPanel::Press(CalibrationKind kind) {
+  bus_.Clear();
+  boxes_.Clear();
+  pressing_ = true;
+  recorder_.Pressing(nbcal_, kind);
+  // A run-time error passes on to the handler's trap; the press is reported all the same.
+  const auto report = [this] {
+    pressing_ = false;
+    if (onReport_) onReport_(recorder_.Pressed(nbcal_));
+    bus_.Clear();
+    boxes_.Clear();
+  };
+  try {
+    (nbcal_.*ButtonOf(kind).click)();
+  } catch (...) {
+    report();
+    throw;
+  }
+  report();
+}
 
 QSize CalibrationPanel::sizeHint() const {
   return {TwipsToPixels(kGridsRight + kRightMargin),

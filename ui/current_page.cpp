@@ -31,7 +31,7 @@ QGroupBox* MakeOffsetFrame(QGroupBox* frame, QLabel* help, QPushButton* button, 
   return frame;
 }
 
-QGroupBox* MakeCurrentFrame(NBCal& panel, WidgetFactory& make) {
+QGroupBox* MakeCurrentFrame(NBCal& panel, WidgetFactory& make, const CalibrationPress& press) {
   QGroupBox* frame = make.MakeFrame(panel.frmCurrentCal, "frmCurrentCal");
   auto* column = new QVBoxLayout(frame);
   column->addWidget(make.MakeParagraph(panel.lblCurrentCal, "lblCurrentCal"));
@@ -48,14 +48,14 @@ QGroupBox* MakeCurrentFrame(NBCal& panel, WidgetFactory& make) {
   grid->setColumnStretch(2, 1);
   column->addLayout(grid);
   column->addLayout(MakeButtonRow(make.MakeButton(panel.btnPackCurrent, "btnPackCurrent",
-                                                  [&panel] { panel.btnPackCurrent_Click(); }),
+                                                  [press] { press(CalibrationKind::Current); }),
                                   make.MakeDoneMark(panel.ImgPackCurrent, "ImgPackCurrent")));
   return frame;
 }
 
 }  // namespace
 
-QWidget* MakeCurrentPage(NBCal& panel, WidgetFactory& make) {
+QWidget* MakeCurrentPage(NBCal& panel, WidgetFactory& make, const CalibrationPress& press) {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
   auto* top = new QHBoxLayout;
@@ -69,15 +69,16 @@ QWidget* MakeCurrentPage(NBCal& panel, WidgetFactory& make) {
       MakeOffsetFrame(make.MakeFrame(panel.frmCCOffset, "frmCCOffset"),
                       make.MakeParagraph(panel.lblHelp[1], Indexed("lblHelp", 1)),
                       make.MakeButton(panel.btnCalCCCounter, "btnCalCCCounter",
-                                      [&panel] { panel.btnCalCCCounter_Click(); }),
+                                      [press] { press(CalibrationKind::CcOffset); }),
                       make.MakeDoneMark(panel.imageCCOffsetDone, "imageCCOffsetDone")));
-  offsets->addWidget(MakeOffsetFrame(make.MakeFrame(panel.frmBoardOffset, "frmBoardOffset"),
-                                     make.MakeParagraph(panel.lblHelp[2], Indexed("lblHelp", 2)),
-                                     make.MakeButton(panel.btnBoardOffset, "btnBoardOffset",
-                                                     [&panel] { panel.btnBoardOffset_Click(); }),
-                                     make.MakeDoneMark(panel.ImgBoardOffset, "ImgBoardOffset")));
+  offsets->addWidget(
+      MakeOffsetFrame(make.MakeFrame(panel.frmBoardOffset, "frmBoardOffset"),
+                      make.MakeParagraph(panel.lblHelp[2], Indexed("lblHelp", 2)),
+                      make.MakeButton(panel.btnBoardOffset, "btnBoardOffset",
+                                      [press] { press(CalibrationKind::BoardOffset); }),
+                      make.MakeDoneMark(panel.ImgBoardOffset, "ImgBoardOffset")));
   column->addLayout(offsets);
-  column->addWidget(MakeCurrentFrame(panel, make));
+  column->addWidget(MakeCurrentFrame(panel, make, press));
   column->addWidget(make.MakeParagraph(panel.lblScanWarning[1], Indexed("lblScanWarning", 1)));
   column->addStretch();
   return page;

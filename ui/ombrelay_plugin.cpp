@@ -39,6 +39,15 @@ void OmbrelayPlugin::OnStartupFinished(QWidget* panel, std::function<void()> cal
   connect(ours, &PanelWidget::startupFinished, ours, std::move(callback));
 }
 
+void OmbrelayPlugin::OnCalibrationReport(QWidget* calibrationPanel,
+                                         std::function<void(const std::string& json)> callback) {
+  auto* ours = qobject_cast<CalibrationPanel*>(calibrationPanel);
+  if (ours == nullptr) return;
+  ours->OnCalibrationReport([callback = std::move(callback)](const CalibrationReport& report) {
+    callback(ToJson(report).dump());
+  });
+}
+
 QWidget* OmbrelayPlugin::ShowCalculator(QWidget* parent) {
   auto* calculator = new Sha1CalcDialog(parent);
   calculator->setAttribute(Qt::WA_DeleteOnClose);

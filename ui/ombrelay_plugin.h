@@ -26,6 +26,8 @@ class OmbrelayPlugin : public QObject, public PanelPlugin {
   QWidget* CreateCalibrationPanel(Host& host, QWidget* parent) override;
   QWidget* CreateSecurityPanel(Host& host, QWidget* parent) override;
   void OnStartupFinished(QWidget* panel, std::function<void()> callback) override;
+  void OnCalibrationReport(QWidget* calibrationPanel,
+                           std::function<void(const std::string& json)> callback) override;
   QWidget* ShowCalculator(QWidget* parent) override;
 
  private:

@@ -4,6 +4,7 @@
 
 #include <QtPlugin>
 #include <functional>
+#include <string>
 
 class QWidget;
 
@@ -29,6 +30,11 @@ class PanelPlugin {
   // Calls back each time a start-up of panel, made by either Create call, has finished.
   virtual void OnStartupFinished(QWidget* panel, std::function<void()> callback) = 0;
 
+  // Calls back with the report of each calibration that the calibration panel's buttons run, as
+  // JSON: the gauge, what was entered and shown, the boxes and the dataflash bytes changed.
+  virtual void OnCalibrationReport(QWidget* calibrationPanel,
+                                   std::function<void(const std::string& json)> callback) = 0;
+
   // Opens the SHA-1 calculator, a window of its own over parent that needs no gauge, and gives
   // it back. It deletes itself when closed.
   virtual QWidget* ShowCalculator(QWidget* parent) = 0;
@@ -36,5 +42,5 @@ class PanelPlugin {
 
 }  // namespace ombrelay
 
-#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/2.0"
+#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/2.1"
 Q_DECLARE_INTERFACE(ombrelay::PanelPlugin, OMBRELAY_PANEL_PLUGIN_IID)

@@ -90,7 +90,8 @@ QGroupBox* MakeTemperatureFrame(NBCal& panel, WidgetFactory& make) {
   return frame;
 }
 
-QGroupBox* MakeVoltageTemperatureFrame(NBCal& panel, WidgetFactory& make) {
+QGroupBox* MakeVoltageTemperatureFrame(NBCal& panel, WidgetFactory& make,
+                                       const CalibrationPress& press) {
   QGroupBox* frame = make.MakeFrame(panel.frmVoltTemp, "frmVoltTemp");
   auto* column = new QVBoxLayout(frame);
   column->addWidget(make.MakeParagraph(panel.lblVTCalibration, "lblVTCalibration"));
@@ -107,14 +108,14 @@ QGroupBox* MakeVoltageTemperatureFrame(NBCal& panel, WidgetFactory& make) {
 
   auto* calibrate = new QHBoxLayout;
   calibrate->addWidget(make.MakeButton(panel.btnCalibrate, "btnCalibrate",
-                                       [&panel] { panel.btnCalibrate_Click(); }));
+                                       [press] { press(CalibrationKind::VoltageTemperature); }));
   calibrate->addWidget(make.MakeDoneMark(panel.imgCalDoneBox, "imgCalDoneBox"));
   calibrate->addStretch();
   column->addLayout(calibrate);
   return frame;
 }
 
-QGroupBox* MakePackFrame(NBCal& panel, WidgetFactory& make) {
+QGroupBox* MakePackFrame(NBCal& panel, WidgetFactory& make, const CalibrationPress& press) {
   QGroupBox* frame = make.MakeFrame(panel.frmPackCal, "frmPackCal");
   QGridLayout* grid =
       MakeEntryGrid(make.MakeHeading(panel.lblPackEnteredHeading, "lblPackEnteredHeading"),
@@ -124,7 +125,7 @@ QGroupBox* MakePackFrame(NBCal& panel, WidgetFactory& make) {
                   kEntered);
   grid->addWidget(make.MakeTextBox(panel.txtPackMeasured, "txtPackMeasured"), 1, kMeasured);
   grid->addWidget(make.MakeButton(panel.btnPackVoltage, "btnPackVoltage",
-                                  [&panel] { panel.btnPackVoltage_Click(); }),
+                                  [press] { press(CalibrationKind::PackVoltage); }),
                   1, kMeasuredUnit + 1);
   grid->addWidget(make.MakeDoneMark(panel.imgPackVoltage, "imgPackVoltage"), 1, kMeasuredUnit + 2);
   grid->setColumnStretch(kMeasuredUnit + 3, 1);
@@ -133,12 +134,13 @@ QGroupBox* MakePackFrame(NBCal& panel, WidgetFactory& make) {
 
 }  // namespace
 
-QWidget* MakeVoltageTemperaturePage(NBCal& panel, WidgetFactory& make) {
+QWidget* MakeVoltageTemperaturePage(NBCal& panel, WidgetFactory& make,
+                                    const CalibrationPress& press) {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
-  column->addWidget(MakeVoltageTemperatureFrame(panel, make));
-  column->addWidget(MakePackFrame(panel, make));
+  column->addWidget(MakeVoltageTemperatureFrame(panel, make, press));
+  column->addWidget(MakePackFrame(panel, make, press));
   auto* bottom = new QHBoxLayout;
   bottom->addWidget(
       make.MakeButton(panel.btncalpg1, "btncalpg1", [&panel] { panel.btncalpg1_Click(); }));

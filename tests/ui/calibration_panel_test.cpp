@@ -169,6 +169,44 @@ TEST_F(CalibrationPanelTest, MorlinStartupShowsBothGridsBesideThePages) {
   host.Attach(nullptr);
 }
 
+// Each calibration button's press is reported with the boxes it showed, and nothing of the presses
+// or scans before it.
+TEST_F(CalibrationPanelTest, EachCalibrationPressIsReportedWithItsBoxes) {
+  const std::unique_ptr<sim::Gauge> morlin = sim::MakeSampleGauge(sim::Family::Morlin, clock);
+  host.Attach(morlin.get());
+  ShowAndStart();
+  std::vector<CalibrationReport> reports;
+  panel->OnCalibrationReport([&](const CalibrationReport& report) { reports.push_back(report); });
+
+  // Typed, as the panel hears only typing.
+  const auto type = [&](const QString& text) {
+    auto& entered = Find<QLineEdit>("txtPackActualVoltage");
+    entered.selectAll();
+    QTest::keyClick(&entered, Qt::Key_Backspace);
+    QTest::keyClicks(&entered, text);
+    Find<QPushButton>("btnPackVoltage").click();
+  };
+  type("100");
+  type(QString::number(morlin->AppliedMeasurements().packMv));
+
+  ASSERT_EQ(reports.size(), 2u);
+  EXPECT_EQ(reports[0].calibration, "Pack voltage calibration");
+  EXPECT_FALSE(reports[0].done);
+  ASSERT_EQ(reports[0].messages.size(), 1u);
+  EXPECT_EQ(reports[0].messages[0].text,
+            "Pack Voltage entered appears low. Please enter a higher voltage.");
+  EXPECT_TRUE(reports[0].changes.empty());
+  EXPECT_EQ(reports[0].entered.at(0).text, "100");
+
+  EXPECT_TRUE(reports[1].done);
+  EXPECT_TRUE(reports[1].messages.empty()) << "the first press's box is not the second's";
+  ASSERT_EQ(reports[1].changes.size(), 2u);
+  EXPECT_EQ(reports[1].changes[0].parameter, "Pack Gain");
+  EXPECT_EQ(reports[1].changes[0].readBack, reports[1].changes[0].written);
+  EXPECT_EQ(reports[1].device, "4D31");
+  host.Attach(nullptr);
+}
+
 // The plots read this panel's boxes by their names: a box renamed would leave a chart empty.
 TEST_F(CalibrationPanelTest, PlotsDockSamplesWhatTheScanShowsWhileUpdatesAreOn) {
   const std::unique_ptr<sim::Gauge> quill = sim::MakeSampleGauge(sim::Family::Quill, clock);
