@@ -17,6 +17,7 @@
 #include "app/bench_options.h"
 #include "app/bench_sources_dock.h"
 #include "app/plots_dock.h"
+#include "app/progress_indicator.h"
 #include "hosts/i2c_buses.h"
 #include "sim/sample_gauges.h"
 #include "ui/plugin_interface.h"
@@ -55,6 +56,7 @@ BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
   MakePlots();
   MakeToolsMenu(plugin);
   MakeReportsMenu(plugin);
+  MakeProgress(plugin);
 }
 
 void BenchWindow::MakePanels(PanelPlugin& plugin, const BenchOptions& options) {
@@ -94,6 +96,14 @@ void BenchWindow::MakeReportsMenu(PanelPlugin& plugin) {
         QStringLiteral("%1 calibration report(s) kept: Reports > Save Calibration Reports… writes "
                        "them as JSON and PDF.")
             .arg(reports_.Count()));
+  });
+}
+
+void BenchWindow::MakeProgress(PanelPlugin& plugin) {
+  auto* progress = new ProgressIndicator(this);
+  statusBar()->addPermanentWidget(progress);
+  plugin.OnProgress([progress](const std::string& doing, int done, int total, float waitSeconds) {
+    progress->Show(doing, done, total, waitSeconds);
   });
 }
 

@@ -57,6 +57,8 @@ class BenchWindow : public QMainWindow {
   void MakePlots();
   void MakeToolsMenu(PanelPlugin& plugin);
   void MakeReportsMenu(PanelPlugin& plugin);
+  // The status bar's sign of what a long operation of the panels is doing.
+  void MakeProgress(PanelPlugin& plugin);
   void SaveReports();
   void AttachSimulated(sim::Family family);
 

@@ -97,6 +97,7 @@ Status GatherRawCalValues(std::int16_t mode) {
   g_oHost->Delay(kHostDelayCount);
   DelayMilliseconds(250);
 
+  ProgressReport progress("Capturing raw calibration samples", g_iNumSamples);
   // The last counter starts at 0, so a first reading with counter 0 counts as a repeat.
   int samples = 0;
   int repeats = 0;
@@ -114,7 +115,7 @@ Status GatherRawCalValues(std::int16_t mode) {
     }
     DelayMilliseconds(100);
     if (buffer[0] != lastCounter) {
-      ++samples;
+      progress.Step(++samples);
       for (std::size_t word = 0; word < kWordCount; ++word)
         sums[word] += WordAt(buffer, word);
       repeats = 0;

@@ -1,5 +1,6 @@
 #include "gauge/calibration_dataflash.h"
 
+#include "shell/platform.h"
 #include "shell/shared_state.h"
 
 namespace ombrelay {
@@ -19,6 +20,7 @@ Status ReadCalDataflash() {
 }
 
 Status WriteCalDataflash() {
+  const ProgressReport progress("Writing calibration dataflash", 0);
   switch (g_iDFType) {
     case KELD:
       return WriteKELDCalBlocks();

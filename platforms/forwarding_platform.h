@@ -18,6 +18,10 @@ class ForwardingPlatform : public Platform {
   void PumpEvents() override { inner_.PumpEvents(); }
   void PumpingWaitStarted(float seconds) override { inner_.PumpingWaitStarted(seconds); }
   void PumpingWaitEnded() override { inner_.PumpingWaitEnded(); }
+  void Progress(const std::string& doing, int done, int total) override {
+    inner_.Progress(doing, done, total);
+  }
+  void ProgressEnded() override { inner_.ProgressEnded(); }
   void Randomize() override { inner_.Randomize(); }
   float Random() override { return inner_.Random(); }
   // Timers bind to the inner platform, which drives them.

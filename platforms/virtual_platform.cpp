@@ -28,6 +28,14 @@ void VirtualPlatform::PumpEvents() {
   timers_.RunDue(clock_.NowMs(), [](const std::function<void()>& tick) { tick(); });
 }
 
+void VirtualPlatform::Progress(const std::string& doing, int done, int total) {
+  progress_.push_back(doing + " " + std::to_string(done) + "/" + std::to_string(total));
+}
+
+void VirtualPlatform::ProgressEnded() {
+  progress_.push_back("ended");
+}
+
 void VirtualPlatform::PumpingWaitStarted(float seconds) {
   Tell({.kind = PlatformActivity::Kind::PumpingWaitStarted,
         .milliseconds = std::llround(static_cast<double>(seconds) * 1000.0)});

@@ -42,11 +42,17 @@ class VirtualPlatform : public Platform {
   void PumpEvents() override;
   void PumpingWaitStarted(float seconds) override;
   void PumpingWaitEnded() override;
+  void Progress(const std::string& doing, int done, int total) override;
+  void ProgressEnded() override;
   void Randomize() override;
   float Random() override;
   void AttachTimer(Timer& timer) override;
   void DetachTimer(Timer& timer) override;
   void TimerChanged(Timer& timer) override;
+
+  // Each Progress as "doing done/total", and "ended" for each ProgressEnded, oldest first: apart
+  // from the activities, as they change nothing a flow does.
+  const std::vector<std::string>& ProgressSeen() const { return progress_; }
 
   // Every box shown so far, oldest first.
   const std::vector<RecordedMessage>& Messages() const { return messages_; }
@@ -75,6 +81,7 @@ class VirtualPlatform : public Platform {
   std::int64_t pumpStepMs_ = 1;
   TimerSchedule timers_{*this};
   std::vector<RecordedMessage> messages_;
+  std::vector<std::string> progress_;
   std::minstd_rand random_{12345};
   std::deque<float> queuedRandom_;
 };

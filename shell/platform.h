@@ -30,6 +30,11 @@ class Platform {
   // the events they pump.
   virtual void PumpingWaitStarted(float /*seconds*/) {}
   virtual void PumpingWaitEnded() {}
+  // Told how far a long procedure has got, so that a user sees it going on: what it does, and
+  // done of total steps (total 0: it has no count). Nothing is sent or waited for because of it.
+  virtual void Progress(const std::string& /*doing*/, int /*done*/, int /*total*/) {}
+  // The procedure last told of by Progress has ended, however it ended.
+  virtual void ProgressEnded() {}
   // Seeds the pseudo-random generator afresh from the clock.
   virtual void Randomize() = 0;
   // The next pseudo-random number in [0, 1).
@@ -41,6 +46,21 @@ class Platform {
   virtual void DetachTimer(Timer& timer) = 0;
   // Called by an attached timer when Enabled or Interval changed.
   virtual void TimerChanged(Timer& timer) = 0;
+};
+
+// A long procedure's progress through g_oPlatform, from its start to the end of its scope.
+class ProgressReport {
+ public:
+  ProgressReport(std::string doing, int total);
+  ~ProgressReport();
+  ProgressReport(const ProgressReport&) = delete;
+  ProgressReport& operator=(const ProgressReport&) = delete;
+
+  void Step(int done);
+
+ private:
+  std::string doing_;
+  int total_;
 };
 
 // A message box of the panels, through g_oPlatform.

@@ -48,6 +48,14 @@ void OmbrelayPlugin::OnCalibrationReport(QWidget* calibrationPanel,
   });
 }
 
+void OmbrelayPlugin::OnProgress(
+    std::function<void(const std::string& doing, int done, int total, float waitSeconds)>
+        callback) {
+  platform_.SetProgressHook([callback = std::move(callback)](const QtPlatform::ProgressState& now) {
+    callback(now.doing, now.done, now.total, now.waitSeconds);
+  });
+}
+
 QWidget* OmbrelayPlugin::ShowCalculator(QWidget* parent) {
   auto* calculator = new Sha1CalcDialog(parent);
   calculator->setAttribute(Qt::WA_DeleteOnClose);

@@ -28,6 +28,9 @@ class OmbrelayPlugin : public QObject, public PanelPlugin {
   void OnStartupFinished(QWidget* panel, std::function<void()> callback) override;
   void OnCalibrationReport(QWidget* calibrationPanel,
                            std::function<void(const std::string& json)> callback) override;
+  void OnProgress(
+      std::function<void(const std::string& doing, int done, int total, float waitSeconds)>
+          callback) override;
   QWidget* ShowCalculator(QWidget* parent) override;
 
  private:

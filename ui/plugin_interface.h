@@ -35,6 +35,13 @@ class PanelPlugin {
   virtual void OnCalibrationReport(QWidget* calibrationPanel,
                                    std::function<void(const std::string& json)> callback) = 0;
 
+  // Calls back as a long procedure of the panels goes on, so that the application can show it:
+  // what it does, done of total steps (total 0: no count) and the seconds of the pumping wait it
+  // is in (0: none); all empty and 0 once nothing goes on.
+  virtual void OnProgress(
+      std::function<void(const std::string& doing, int done, int total, float waitSeconds)>
+          callback) = 0;
+
   // Opens the SHA-1 calculator, a window of its own over parent that needs no gauge, and gives
   // it back. It deletes itself when closed.
   virtual QWidget* ShowCalculator(QWidget* parent) = 0;

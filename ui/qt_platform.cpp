@@ -58,6 +58,34 @@ void QtPlatform::PumpEvents() {
   Refresh();
 }
 
+void QtPlatform::PumpingWaitStarted(float seconds) {
+  progress_.waitSeconds = seconds;
+  TellProgress();
+}
+
+void QtPlatform::PumpingWaitEnded() {
+  progress_.waitSeconds = 0;
+  TellProgress();
+}
+
+void QtPlatform::Progress(const std::string& doing, int done, int total) {
+  progress_.doing = doing;
+  progress_.done = done;
+  progress_.total = total;
+  TellProgress();
+}
+
+void QtPlatform::ProgressEnded() {
+  progress_.doing.clear();
+  progress_.done = 0;
+  progress_.total = 0;
+  TellProgress();
+}
+
+void QtPlatform::TellProgress() const {
+  if (progressHook_) progressHook_(progress_);
+}
+
 void QtPlatform::Randomize() {
   random_.seed(static_cast<quint32>(QTime::currentTime().msecsSinceStartOfDay()));
 }

@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <map>
 #include <memory>
+#include <string>
 
 #include "shell/platform.h"
 
@@ -26,6 +27,10 @@ class QtPlatform : public Platform {
   void Sleep(std::int32_t milliseconds) override;
   float SecondsSinceMidnight() override;
   void PumpEvents() override;
+  void PumpingWaitStarted(float seconds) override;
+  void PumpingWaitEnded() override;
+  void Progress(const std::string& doing, int done, int total) override;
+  void ProgressEnded() override;
   void Randomize() override;
   float Random() override;
   void AttachTimer(Timer& timer) override;
@@ -35,6 +40,19 @@ class QtPlatform : public Platform {
   // For runs without a user: every box is answered at once and written to the log as one line,
   // "message: plain: TEXT" or "message: error: TEXT".
   void SetUnattended(bool unattended) { unattended_ = unattended; }
+  // What a user is shown of a long procedure: its text, done of total steps (total 0: no
+  // count), and the pumping wait it is in, in seconds (0: none). All empty and 0: nothing goes on.
+  struct ProgressState {
+    std::string doing;
+    int done = 0;
+    int total = 0;
+    float waitSeconds = 0;
+  };
+  // Called as the state changes.
+  void SetProgressHook(std::function<void(const ProgressState&)> hook) {
+    progressHook_ = std::move(hook);
+  }
+
   // Brings the views up to date with their controls: run after each pump and each timer tick,
   // and before a box covers the window.
   void SetRefreshHook(std::function<void()> refresh) { refresh_ = std::move(refresh); }
@@ -45,6 +63,9 @@ class QtPlatform : public Platform {
   std::ostream& unattendedLog_;
   bool unattended_ = false;
   std::function<void()> refresh_;
+  void TellProgress() const;
+  ProgressState progress_;
+  std::function<void(const ProgressState&)> progressHook_;
   std::map<Timer*, std::unique_ptr<QTimer>> timers_;
   QRandomGenerator random_ = QRandomGenerator::securelySeeded();
 };

@@ -51,6 +51,24 @@ TEST(CalibrateFlow, ANewPressTakesTheDoneMarkAwayFirst) {
   EXPECT_TRUE(MatchesTrace(bench.Trace(), "panel/calibrate-again-refused-morlin"));
 }
 
+// The user is told how far the capture and the write are, alongside the same bus trace as above.
+TEST(CalibrateFlow, TellsHowFarTheCaptureAndTheWriteAre) {
+  PanelBench bench(sim::Family::Morlin);
+  bench.ReadyToCalibrate();
+  const std::size_t before = bench.sim.platform.ProgressSeen().size();
+  bench.panel.btnCalibrate_Click();
+  std::vector<std::string> expected;
+  for (int sample = 0; sample <= g_iNumSamples; ++sample)
+    expected.push_back("Capturing raw calibration samples " + std::to_string(sample) + "/" +
+                       std::to_string(g_iNumSamples));
+  expected.insert(expected.end(), {"ended", "Writing calibration dataflash 0/0", "ended"});
+  const std::vector<std::string>& seen = bench.sim.platform.ProgressSeen();
+  EXPECT_EQ(
+      std::vector<std::string>(seen.begin() + static_cast<std::ptrdiff_t>(before), seen.end()),
+      expected);
+  EXPECT_GE(g_iNumSamples, 2);
+}
+
 struct Failure {
   const char* name;
   std::function<void(PanelBench&)> arrange;
