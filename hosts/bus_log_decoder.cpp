@@ -14,6 +14,8 @@ namespace {
 // Carries the identification, the security exchanges and, by default, the dataflash rows.
 constexpr std::int32_t kAuthenticationCommand = 0x2F;
 constexpr std::int64_t kMillisecondsPerSecond = 1000;
+// Where the panels reach the gauge; any other address is told with the operation.
+constexpr std::int16_t kGaugeAddress = 23;
 
 bool IsWrite(const BusOperation& operation) {
   return operation.op.starts_with("Write");
@@ -27,14 +29,17 @@ std::string SecondsText(std::int64_t milliseconds) {
   return text;
 }
 
+std::string HexByte(std::int32_t value) {
+  return "0x" + PadLeftZeros(Hex(static_cast<std::uint32_t>(value)), 2);
+}
+
 std::string OperationName(const BusOperation& operation) {
   if (operation.op == "CheckForError") return "check error";
   if (operation.op == "Delay") return "wait " + std::to_string(operation.len) + " ms";
-  return std::string(operation.word ? "word" : "block") + (IsWrite(operation) ? " write" : " read");
-}
-
-std::string HexCommand(std::int32_t command) {
-  return "0x" + PadLeftZeros(Hex(static_cast<std::uint32_t>(command)), 2);
+  const std::string name =
+      std::string(operation.word ? "word" : "block") + (IsWrite(operation) ? " write" : " read");
+  if (operation.address == kGaugeAddress) return name;
+  return name + ", address " + HexByte(static_cast<std::uint8_t>(operation.address));
 }
 
 std::string Named(std::string text, const std::string& name) {
@@ -83,7 +88,7 @@ BusLogRow BusLogDecoder::Decode(const BusOperation& operation) {
 std::string BusLogDecoder::CommandName(const BusOperation& operation,
                                        const ConfiguredCommands& configured, bool afterWord) {
   if (operation.cmd == BusOperation::kNoCommand) return "";
-  const std::string hex = HexCommand(operation.cmd);
+  const std::string hex = HexByte(operation.cmd);
   if (operation.word) {
     if (operation.cmd == configured.manufacturerAccess)
       return hex + " " + ManufacturerAccessName(operation, configured, afterWord);

@@ -15,15 +15,18 @@
 
 #include "shell/shared_state.h"
 #include "tests/support/expected_trace.h"
+#include "tests/support/hand_made_operations.h"
 #include "tests/support/panel_bench.h"
 #include "tests/support/security_bench.h"
 
 namespace ombrelay {
 namespace {
 
+using testing::Block;
 using testing::MatchesTrace;
 using testing::PanelBench;
 using testing::SecurityBench;
+using testing::Word;
 
 constexpr std::int16_t kUnseal = 1;
 constexpr const char* kWithheldKey = "** ** ** ** ** ** ** ** ** ** ** ** ** ** ** **";
@@ -52,33 +55,6 @@ std::string BusDigest(const std::string& key, const std::vector<std::uint8_t>& b
   std::reverse_copy(busChallenge.begin(), busChallenge.end(), shown.begin());
   const auto digest = testing::ExpectedDigest(key, shown);
   return Spaced(testing::TurnedHexOf({digest.begin(), digest.end()}));
-}
-
-BusOperation Operation(const char* op, std::int32_t command, std::int64_t tMs) {
-  BusOperation operation;
-  operation.tMs = tMs;
-  operation.op = op;
-  operation.cmd = command;
-  operation.address = command == BusOperation::kNoCommand ? 0 : 23;
-  return operation;
-}
-
-BusOperation Word(const char* op, std::int32_t command, std::uint16_t word, std::int64_t tMs,
-                  Status status = 0) {
-  BusOperation operation = Operation(op, command, tMs);
-  operation.data = {static_cast<std::uint8_t>(word & 0xFF), static_cast<std::uint8_t>(word >> 8)};
-  operation.len = 2;
-  operation.word = word;
-  operation.status = status;
-  return operation;
-}
-
-BusOperation Block(const char* op, std::int32_t command, std::vector<std::uint8_t> data,
-                   std::int64_t tMs) {
-  BusOperation operation = Operation(op, command, tMs);
-  operation.len = static_cast<std::int32_t>(data.size());
-  operation.data = std::move(data);
-  return operation;
 }
 
 // Decodes every operation of sim from now on, on the configuration its panels hold.
@@ -178,8 +154,10 @@ TEST(BusLogDecoder, NamesByTheTrafficBeforeAndTheConfigurationOfTheMoment) {
   decode(Word("WriteSMBusWord_", 0x00, 0x0100, 6000));
   decode(Block("ReadSMBusBlock_", 0x30, {0x11, 0x22}, 6020));
   decode(Block("ReadSMBusBlock_", 0x2F, {0x33}, 6020));
-  decode(Word("WriteSMBusWord_", 0x00, 0x0054, 7250, 2));
-  BusOperation wait = Operation("Delay", BusOperation::kNoCommand, 7253);
+  BusOperation elsewhere = Word("WriteSMBusWord_", 0x00, 0x0054, 7250, 2);
+  elsewhere.address = 0;
+  decode(elsewhere);
+  BusOperation wait = testing::Operation("Delay", BusOperation::kNoCommand, 7253);
   wait.len = 250;
   decode(wait);
   decode(Word("WriteSMBusWord_", 0x00, 0x0035, 7503));
