@@ -39,6 +39,10 @@ void OmbrelayPlugin::OnStartupFinished(QWidget* panel, std::function<void()> cal
   connect(ours, &PanelWidget::startupFinished, ours, std::move(callback));
 }
 
+ConfiguredCommands OmbrelayPlugin::CurrentCommands() const {
+  return CurrentConfiguredCommands();
+}
+
 QWidget* OmbrelayPlugin::ShowCalculator(QWidget* parent) {
   auto* calculator = new Sha1CalcDialog(parent);
   calculator->setAttribute(Qt::WA_DeleteOnClose);

@@ -26,6 +26,7 @@ class OmbrelayPlugin : public QObject, public PanelPlugin {
   QWidget* CreateCalibrationPanel(Host& host, QWidget* parent) override;
   QWidget* CreateSecurityPanel(Host& host, QWidget* parent) override;
   void OnStartupFinished(QWidget* panel, std::function<void()> callback) override;
+  ConfiguredCommands CurrentCommands() const override;
   QWidget* ShowCalculator(QWidget* parent) override;
 
  private:

@@ -5,6 +5,8 @@
 #include <QtPlugin>
 #include <functional>
 
+#include "shell/configured_commands.h"
+
 class QWidget;
 
 namespace ombrelay {
@@ -29,6 +31,10 @@ class PanelPlugin {
   // Calls back each time a start-up of panel, made by either Create call, has finished.
   virtual void OnStartupFinished(QWidget* panel, std::function<void()> callback) = 0;
 
+  // The commands config.ini has given the panels, as they stand now. The plug-in keeps its
+  // shared state to itself: the bench names the traffic of its bus log by these.
+  virtual ConfiguredCommands CurrentCommands() const = 0;
+
   // Opens the SHA-1 calculator, a window of its own over parent that needs no gauge, and gives
   // it back. It deletes itself when closed.
   virtual QWidget* ShowCalculator(QWidget* parent) = 0;
@@ -36,5 +42,5 @@ class PanelPlugin {
 
 }  // namespace ombrelay
 
-#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/2.0"
+#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/3.0"
 Q_DECLARE_INTERFACE(ombrelay::PanelPlugin, OMBRELAY_PANEL_PLUGIN_IID)
