@@ -62,6 +62,11 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "board offset buttons, set it to -2000 mA, type it in and press the current calibration "
       "button, type the bench's pack voltage in and press the pack calibration button, and take "
       "the screenshot after the next scan; exit with a failure instead if a done-mark stays off.");
+  const QCommandLineOption unseal(
+      "unseal",
+      "With --screenshot and the security panel: once start-up has finished, select Unseal, "
+      "press Go, and take the screenshot afterwards; exit with a failure instead if the panel "
+      "does not show Unsealed then.");
   const QCommandLineOption tab(
       "tab", "With --screenshot: once start-up has finished, click tab N (from 0) of the panel.",
       "N");
@@ -70,7 +75,7 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "With --screenshot: once start-up has finished, open the SHA-1 calculator and save it "
       "instead of the window.");
   parser.addOptions({sim, bus, pec, appDir, busLog, panel, sealed, screenshot, calibrate,
-                     calibrateCurrent, tab, calculator});
+                     calibrateCurrent, unseal, tab, calculator});
   parser.process(app);
 
   BenchOptions options;
@@ -112,8 +117,14 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
   }
   const bool unattended = parser.isSet(screenshot);
   if (!unattended && (parser.isSet(calibrate) || parser.isSet(calibrateCurrent) ||
-                      parser.isSet(tab) || parser.isSet(calculator))) {
-    Refuse("--calibrate, --calibrate-current, --tab and --calculator go with --screenshot");
+                      parser.isSet(unseal) || parser.isSet(tab) || parser.isSet(calculator))) {
+    Refuse(
+        "--calibrate, --calibrate-current, --unseal, --tab and --calculator go with "
+        "--screenshot");
+    return std::nullopt;
+  }
+  if (parser.isSet(unseal) && options.panel != BenchPanel::Security) {
+    Refuse("--unseal goes with the security panel");
     return std::nullopt;
   }
   if ((parser.isSet(calibrate) || parser.isSet(calibrateCurrent)) && !options.bus.isEmpty()) {
@@ -132,6 +143,7 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
   options.screenshot = parser.value(screenshot);
   options.calibrate = parser.isSet(calibrate);
   options.calibrateCurrent = parser.isSet(calibrateCurrent);
+  options.unseal = parser.isSet(unseal);
   options.sealed = parser.isSet(sealed);
   options.pec = parser.isSet(pec);
   options.calculator = parser.isSet(calculator);

@@ -27,6 +27,7 @@ struct BenchOptions {
   // With a screenshot: the offsets, the current and the pack voltage calibrated, after calibrate,
   // before it is taken.
   bool calibrateCurrent = false;
+  bool unseal = false;  // with a screenshot of the security panel: Go with Unseal before it
 };
 
 // Exit statuses of the bench.

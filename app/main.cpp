@@ -11,6 +11,7 @@
 #include "app/bench_window.h"
 #include "app/plugin_loading.h"
 #include "app/unattended_calibration.h"
+#include "app/unattended_unseal.h"
 #include "ui/plugin_interface.h"
 
 namespace {
@@ -46,6 +47,11 @@ void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, ombrelay::BenchWi
   plugin.OnStartupFinished(
       &panel, [&plugin, &window, &panel, options, taken = std::make_shared<bool>(false)] {
         if (std::exchange(*taken, true)) return;
+        if (options.unseal && !ombrelay::UnsealAsAnEngineerWould(panel)) {
+          std::cerr << "ombrelay-bench: the gauge is not Unsealed after Go\n";
+          QCoreApplication::exit(kExitFailure);
+          return;
+        }
         if (!options.calibrate && !options.calibrateCurrent) {
           SaveWhenSettled(plugin, window, options);
           return;
