@@ -1,5 +1,6 @@
 // The bus log as the bench's table shows it, decoded from whole flows of the panels on the
-// simulated gauges and compared whole with the tables in tests/traces/bus_log/: one row a line,
+// simulated gauges, and from hand-made operations where no flow goes, and compared whole with
+// the tables in tests/traces/bus_log/: one row a line,
 // "time | operation | command | bytes | status", "-" for an empty cell and "!" in front of a row
 // marked failed.
 
@@ -28,6 +29,7 @@ using testing::PanelBench;
 using testing::SecurityBench;
 using testing::Word;
 
+constexpr std::int16_t kSeal = 0;
 constexpr std::int16_t kUnseal = 1;
 constexpr const char* kWithheldKey = "** ** ** ** ** ** ** ** ** ** ** ** ** ** ** **";
 
@@ -78,7 +80,7 @@ class DecodedLog {
   std::vector<BusLogRow> rows_;
 };
 
-TEST(BusLogDecoder, TellsTheSecurityPanelsUnsealOfASealedGauge) {
+TEST(BusLogDecoder, TellsTheSecurityPanelsUnsealOfASealedGaugeAndTheSealAfter) {
   SecurityBench bench;
   bench.sim.gauge->SetSecurityMode(sim::SecurityMode::Sealed);
   const DecodedLog log(bench.sim);
@@ -88,7 +90,9 @@ TEST(BusLogDecoder, TellsTheSecurityPanelsUnsealOfASealedGauge) {
   ASSERT_EQ(bench.sim.gauge->GetSecurityMode(), sim::SecurityMode::Unsealed);
 
   const std::vector<std::uint8_t> challenge = bench.Challenge();
-  EXPECT_TRUE(MatchesTrace(log.Lines(), "bus_log/unseal-sealed-morlin",
+  bench.Go(kSeal);
+  ASSERT_EQ(bench.sim.gauge->GetSecurityMode(), sim::SecurityMode::Sealed);
+  EXPECT_TRUE(MatchesTrace(log.Lines(), "bus_log/unseal-then-seal-morlin",
                            {{"challenge", Spaced(testing::HexOf(challenge))},
                             {"digest", BusDigest(AuthMorlin::kDefaultKey, challenge)}}));
 }
@@ -98,6 +102,14 @@ TEST(BusLogDecoder, TellsTheCalibrationStartUpOnMorlin) {
   const DecodedLog log(bench.sim);
   bench.StartUp();
   EXPECT_TRUE(MatchesTrace(log.Lines(), "bus_log/startup-morlin"));
+}
+
+TEST(BusLogDecoder, TellsEnteringCalibrationModeOnMorlin) {
+  PanelBench bench;
+  bench.StartUp();
+  const DecodedLog log(bench.sim);
+  ASSERT_EQ(bench.panel.EnterCalibrationMode(0), 0);
+  EXPECT_TRUE(MatchesTrace(log.Lines(), "bus_log/enter-calibration-mode-morlin"));
 }
 
 TEST(BusLogDecoder, WithholdsTheNewKeyOfAKeyChangeUnlessKeysAreShown) {
