@@ -19,7 +19,7 @@ class BusLogModel;
 class BusLogDock : public QDockWidget {
  public:
   // configured gives the panels' configuration as it stands at each operation.
-  BusLogDock(std::function<ConfiguredCommands()> configured, QWidget* parent = nullptr);
+  explicit BusLogDock(std::function<ConfiguredCommands()> configured, QWidget* parent = nullptr);
 
   // Decodes operation into a row; a view that showed the latest row follows it.
   void Add(const BusOperation& operation);

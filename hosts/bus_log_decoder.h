@@ -27,8 +27,6 @@ struct BusLogRow {
   std::optional<std::string> keyBytes;
   std::string status;  // "ok", "failed, code 1", "no error", "error 3"; empty for a wait
   bool failed = false;
-
-  bool operator==(const BusLogRow&) const = default;
 };
 
 class BusLogDecoder {

@@ -17,8 +17,6 @@ struct ConfiguredRead {
   // SBS: a word read of command.
   bool throughManufacturerAccess = false;
   std::int32_t command = 0;
-
-  bool operator==(const ConfiguredRead&) const = default;
 };
 
 // A live block of the block table: the ManufacturerAccess word that selects it, the command
@@ -27,8 +25,6 @@ struct ConfiguredBlock {
   std::uint16_t word = 0;
   std::int32_t dataCommand = 0;
   std::string name;
-
-  bool operator==(const ConfiguredBlock&) const = default;
 };
 
 struct ConfiguredCommands {
@@ -45,8 +41,6 @@ struct ConfiguredCommands {
   std::vector<ConfiguredBlock> blocks;    // the active blocks of g_atMODBlocks
   // Only those the family reads, and only those whose command the panels can read.
   std::vector<ConfiguredRead> reads;
-
-  bool operator==(const ConfiguredCommands&) const = default;
 };
 
 // From the shared state as it stands now.
