@@ -63,6 +63,11 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "board offset buttons, set it to -2000 mA, type it in and press the current calibration "
       "button, type the bench's pack voltage in and press the pack calibration button, and take "
       "the screenshot after the next scan; exit with a failure instead if a done-mark stays off.");
+  const QCommandLineOption unseal(
+      "unseal",
+      "With --screenshot and the security panel: once start-up has finished, select Unseal, "
+      "press Go, and take the screenshot afterwards; exit with a failure instead if the panel "
+      "does not show Unsealed then.");
   const QCommandLineOption tab(
       "tab", "With --screenshot: once start-up has finished, click tab N (from 0) of the panel.",
       "N");
@@ -84,7 +89,7 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
       "Reports… does.",
       "FILE");
   parser.addOptions({sim, bus, pec, appDir, busLog, panel, sealed, screenshot, calibrate,
-                     calibrateCurrent, tab, calculator, plot, report});
+                     calibrateCurrent, unseal, tab, calculator, plot, report});
   parser.process(app);
 
   BenchOptions options;
@@ -125,9 +130,16 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
     options.tab = index;
   }
   const bool unattended = parser.isSet(screenshot);
-  if (!unattended && (parser.isSet(calibrate) || parser.isSet(calibrateCurrent) ||
-                      parser.isSet(tab) || parser.isSet(calculator) || parser.isSet(plot))) {
-    Refuse("--calibrate, --calibrate-current, --tab, --calculator and --plot go with --screenshot");
+  if (!unattended &&
+      (parser.isSet(calibrate) || parser.isSet(calibrateCurrent) || parser.isSet(unseal) ||
+       parser.isSet(tab) || parser.isSet(calculator) || parser.isSet(plot))) {
+    Refuse(
+        "--calibrate, --calibrate-current, --unseal, --tab, --calculator and --plot go with "
+        "--screenshot");
+    return std::nullopt;
+  }
+  if (parser.isSet(unseal) && options.panel != BenchPanel::Security) {
+    Refuse("--unseal goes with the security panel");
     return std::nullopt;
   }
   if (parser.isSet(plot)) {
@@ -167,6 +179,7 @@ std::optional<BenchOptions> ParseBenchOptions(const QCoreApplication& app) {
   options.screenshot = parser.value(screenshot);
   options.calibrate = parser.isSet(calibrate);
   options.calibrateCurrent = parser.isSet(calibrateCurrent);
+  options.unseal = parser.isSet(unseal);
   options.sealed = parser.isSet(sealed);
   options.pec = parser.isSet(pec);
   options.calculator = parser.isSet(calculator);

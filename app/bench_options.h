@@ -32,6 +32,7 @@ struct BenchOptions {
   std::optional<int> plotSeconds;
   // With a screenshot and a calibration: the calibrations' reports, saved here and as PDF.
   QString reportFile;
+  bool unseal = false;  // with a screenshot of the security panel: Go with Unseal before it
 };
 
 // Exit statuses of the bench.

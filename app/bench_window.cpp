@@ -3,19 +3,17 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QFileDialog>
-#include <QFontDatabase>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 #include "app/bench_options.h"
 #include "app/bench_sources_dock.h"
+#include "app/bus_log_dock.h"
 #include "app/plots_dock.h"
 #include "app/progress_indicator.h"
 #include "hosts/i2c_buses.h"
@@ -27,9 +25,6 @@ namespace {
 
 constexpr std::array kFamilies = {sim::Family::Keld, sim::Family::Quill, sim::Family::Morlin,
                                   sim::Family::KeldPlus};
-// The bus log keeps the latest lines only: a scan adds dozens every two seconds.
-constexpr int kBusLogLines = 5000;
-constexpr int kBusLogHeight = 160;
 
 std::size_t IndexOf(sim::Family family) {
   return static_cast<std::size_t>(family);
@@ -51,7 +46,7 @@ BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
 
   MakeGaugeChoice(options.family);
   MakeSources(options.family);
-  MakeBusLog();
+  MakeBusLog(plugin);
   MakePanels(plugin, options);
   MakePlots();
   MakeToolsMenu(plugin);
@@ -194,20 +189,12 @@ bool BenchWindow::AttachBus(const QString& path, QString& error) {
   return true;
 }
 
-void BenchWindow::MakeBusLog() {
-  auto* dock = new QDockWidget("Bus log", this);
-  dock->setObjectName("busLog");
-  dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
-  busLog_ = new QPlainTextEdit(dock);
-  busLog_->setReadOnly(true);
-  busLog_->setLineWrapMode(QPlainTextEdit::NoWrap);
-  busLog_->setMaximumBlockCount(kBusLogLines);
-  busLog_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  busLog_->setMinimumHeight(kBusLogHeight);
-  dock->setWidget(busLog_);
+void BenchWindow::MakeBusLog(PanelPlugin& plugin) {
+  // The commands are named as the plug-in's panels have them configured at each operation.
+  auto* dock = new BusLogDock([&plugin] { return plugin.CurrentCommands(); }, this);
   addDockWidget(Qt::BottomDockWidgetArea, dock);
-  host_.onOperation = [this](const BusOperation& operation) {
-    busLog_->appendPlainText(QString::fromStdString(ToJson(operation).dump()));
+  host_.onOperation = [this, dock](const BusOperation& operation) {
+    dock->Add(operation);
     // The dock is the record: the host need not keep a second one that grows for ever.
     host_.Clear();
   };

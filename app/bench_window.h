@@ -20,7 +20,6 @@
 
 class QAction;
 class QComboBox;
-class QPlainTextEdit;
 class QTabWidget;
 
 namespace ombrelay {
@@ -51,7 +50,7 @@ class BenchWindow : public QMainWindow {
   void MakeGaugeChoice(sim::Family family);
   // Puts the gauge or bus of the chooser's item on the bus and shows the panel anew.
   void Choose(int index);
-  void MakeBusLog();
+  void MakeBusLog(PanelPlugin& plugin);
   void MakeSources(sim::Family family);
   void MakePanels(PanelPlugin& plugin, const BenchOptions& options);
   void MakePlots();
@@ -73,7 +72,6 @@ class BenchWindow : public QMainWindow {
   int chosen_ = 0;  // the chooser's item on the bus
   QTabWidget* panels_ = nullptr;
   QComboBox* gaugeChoice_ = nullptr;
-  QPlainTextEdit* busLog_ = nullptr;
   BenchSourcesDock* sources_ = nullptr;
   PlotsDock* plots_ = nullptr;
   CalibrationReports reports_;

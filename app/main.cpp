@@ -13,6 +13,7 @@
 #include "app/plugin_loading.h"
 #include "app/unattended_calibration.h"
 #include "app/unattended_plots.h"
+#include "app/unattended_unseal.h"
 #include "ui/plugin_interface.h"
 
 namespace {
@@ -53,6 +54,11 @@ void TakeScreenshotAfterStartup(ombrelay::PanelPlugin& plugin, ombrelay::BenchWi
             window.Plots().raise();
             SaveScreenshot(window.Plots(), options.screenshot);
           });
+          return;
+        }
+        if (options.unseal && !ombrelay::UnsealAsAnEngineerWould(panel)) {
+          std::cerr << "ombrelay-bench: the gauge is not Unsealed after Go\n";
+          QCoreApplication::exit(kExitFailure);
           return;
         }
         if (!options.calibrate && !options.calibrateCurrent) {

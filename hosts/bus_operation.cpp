@@ -7,12 +7,18 @@
 
 namespace ombrelay {
 
-nlohmann::json ToJson(const BusOperation& operation) {
+std::string HexBytes(const BusOperation& operation, std::string_view separator) {
   std::string hex;
-  for (const std::uint8_t byte : operation.data)
+  for (const std::uint8_t byte : operation.data) {
+    if (!hex.empty()) hex += separator;
     hex += operation.masked ? "**" : PadLeftZeros(Hex(byte), 2);
+  }
+  return hex;
+}
+
+nlohmann::json ToJson(const BusOperation& operation) {
   nlohmann::json json = {{"t_ms", operation.tMs}, {"op", operation.op},
-                         {"cmd", operation.cmd},  {"data", hex},
+                         {"cmd", operation.cmd},  {"data", HexBytes(operation)},
                          {"len", operation.len},  {"status", operation.status}};
   if (operation.cmd != BusOperation::kNoCommand) json["address"] = operation.address;
   if (operation.word) json["word"] = *operation.word;

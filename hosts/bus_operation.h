@@ -6,6 +6,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ombrelay {
@@ -29,6 +30,10 @@ struct BusOperation {
 
   bool operator==(const BusOperation&) const = default;
 };
+
+// The data bytes in upper-case hex, two digits a byte, "**" a byte when masked, separator between
+// the bytes.
+std::string HexBytes(const BusOperation& operation, std::string_view separator = "");
 
 // One JSON object: t_ms, op, cmd, data (upper-case hex, two digits a byte, "**" a byte when
 // masked), len, status, address for the operations with a command, and word for word operations

@@ -56,6 +56,10 @@ void OmbrelayPlugin::OnProgress(
   });
 }
 
+ConfiguredCommands OmbrelayPlugin::CurrentCommands() const {
+  return CurrentConfiguredCommands();
+}
+
 QWidget* OmbrelayPlugin::ShowCalculator(QWidget* parent) {
   auto* calculator = new Sha1CalcDialog(parent);
   calculator->setAttribute(Qt::WA_DeleteOnClose);

@@ -31,6 +31,7 @@ class OmbrelayPlugin : public QObject, public PanelPlugin {
   void OnProgress(
       std::function<void(const std::string& doing, int done, int total, float waitSeconds)>
           callback) override;
+  ConfiguredCommands CurrentCommands() const override;
   QWidget* ShowCalculator(QWidget* parent) override;
 
  private:

@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 
+#include "shell/configured_commands.h"
+
 class QWidget;
 
 namespace ombrelay {
@@ -42,6 +44,10 @@ class PanelPlugin {
       std::function<void(const std::string& doing, int done, int total, float waitSeconds)>
           callback) = 0;
 
+  // The commands config.ini has given the panels, as they stand now. The plug-in keeps its
+  // shared state to itself: the bench names the traffic of its bus log by these.
+  virtual ConfiguredCommands CurrentCommands() const = 0;
+
   // Opens the SHA-1 calculator, a window of its own over parent that needs no gauge, and gives
   // it back. It deletes itself when closed.
   virtual QWidget* ShowCalculator(QWidget* parent) = 0;
@@ -49,5 +55,5 @@ class PanelPlugin {
 
 }  // namespace ombrelay
 
-#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/2.1"
+#define OMBRELAY_PANEL_PLUGIN_IID "org.ombrelay.PanelPlugin/3.0"
 Q_DECLARE_INTERFACE(ombrelay::PanelPlugin, OMBRELAY_PANEL_PLUGIN_IID)
