@@ -8,11 +8,20 @@ namespace {
 // The bus errors that appear at once: the drain loops take them one by one.
 constexpr int kPendingErrors = 3;
 
-std::optional<sim::Transfer> TransferOf(const std::string& op) {
-  if (op == "ReadSMBusWord" || op == "ReadSMBusWord_") return sim::Transfer::WordRead;
-  if (op == "WriteSMBusWord" || op == "WriteSMBusWord_") return sim::Transfer::WordWrite;
-  if (op == "ReadSMBusBlock" || op == "ReadSMBusBlock_") return sim::Transfer::BlockRead;
-  if (op == "WriteSMBusBlock") return sim::Transfer::BlockWrite;
+// The simulator's name for the transfer the clean run made.
+std::optional<sim::Transfer> SimTransferOf(const BusOperation& clean) {
+  const std::optional<TransferKind> kind = TransferOf(clean);
+  if (!kind) return std::nullopt;
+  switch (*kind) {
+    case TransferKind::WordRead:
+      return sim::Transfer::WordRead;
+    case TransferKind::WordWrite:
+      return sim::Transfer::WordWrite;
+    case TransferKind::BlockRead:
+      return sim::Transfer::BlockRead;
+    case TransferKind::BlockWrite:
+      return sim::Transfer::BlockWrite;
+  }
   return std::nullopt;
 }
 
@@ -46,7 +55,7 @@ std::string FaultName(FaultKind kind) {
 
 std::vector<Fault> FaultsFor(const BusOperation& clean) {
   std::vector<Fault> faults{{FaultKind::PendingErrors}};
-  const std::optional<sim::Transfer> transfer = TransferOf(clean.op);
+  const std::optional<sim::Transfer> transfer = SimTransferOf(clean);
   if (!transfer) return faults;
   const auto add = [&](FaultKind kind) { faults.push_back({kind, *transfer, clean.len}); };
   add(FaultKind::TransferFails);

@@ -40,12 +40,11 @@ const BusOperation* NextTransfer(const Strike& strike) {
 }
 
 bool IsBlockRead(const BusOperation* op) {
-  return op != nullptr && (op->op == "ReadSMBusBlock_" || op->op == "ReadSMBusBlock");
+  return op != nullptr && TransferOf(*op) == TransferKind::BlockRead;
 }
 
 bool IsWordWrite(const BusOperation* op, std::int32_t cmd) {
-  return op != nullptr && (op->op == "WriteSMBusWord_" || op->op == "WriteSMBusWord") &&
-         op->cmd == cmd;
+  return op != nullptr && TransferOf(*op) == TransferKind::WordWrite && op->cmd == cmd;
 }
 
 bool IsRowSelection(const BusOperation* op) {

@@ -7,6 +7,15 @@
 
 namespace ombrelay {
 
+std::optional<TransferKind> TransferOf(const BusOperation& operation) {
+  const std::string& op = operation.op;
+  if (op == "ReadSMBusWord" || op == "ReadSMBusWord_") return TransferKind::WordRead;
+  if (op == "WriteSMBusWord" || op == "WriteSMBusWord_") return TransferKind::WordWrite;
+  if (op == "ReadSMBusBlock" || op == "ReadSMBusBlock_") return TransferKind::BlockRead;
+  if (op == "WriteSMBusBlock") return TransferKind::BlockWrite;
+  return std::nullopt;
+}
+
 std::string HexBytes(const BusOperation& operation, std::string_view separator) {
   std::string hex;
   for (const std::uint8_t byte : operation.data) {

@@ -31,6 +31,12 @@ struct BusOperation {
   bool operator==(const BusOperation&) const = default;
 };
 
+enum class TransferKind { WordRead, WordWrite, BlockRead, BlockWrite };
+
+// The transfer an operation made, whichever of the host's names for it the operation has;
+// nothing for CheckForError and Delay.
+std::optional<TransferKind> TransferOf(const BusOperation& operation);
+
 // The data bytes in upper-case hex, two digits a byte, "**" a byte when masked, separator between
 // the bytes.
 std::string HexBytes(const BusOperation& operation, std::string_view separator = "");

@@ -8,6 +8,7 @@
 #include "config/configuration_section.h"
 #include "config/device_configuration.h"
 #include "gauge/calibration_layout.h"
+#include "gauge/dataflash_rows.h"
 #include "shell/numeric.h"
 #include "shell/shared_state.h"
 
@@ -39,23 +40,28 @@ std::int32_t Width(const std::string& type) {
   return 0;
 }
 
-// The whole calibration data is two rows, 64 bytes, for the row families.
-constexpr std::int32_t kCalibrationRowsLength = 64;
+// Where byte i of the calibration data stands in the dataflash the changes address: the row
+// families read it from the row the calibration subclass starts in and the one after it.
+std::int32_t CalibrationDataStart() {
+  return g_iDFType == MORLIN || g_iDFType == KELD_PLUS ? g_iCalSubclassID / kRowLength * kRowLength
+                                                       : 0;
+}
 
 }  // namespace
 
 void NameCalibrationParameters(std::vector<ChangedByte>& changes) {
-  const bool rows = g_iDFType == MORLIN || g_iDFType == KELD_PLUS;
+  const std::int32_t start = CalibrationDataStart();
   const MODBlock& record = g_atCalParameters.at(static_cast<std::size_t>(CalBlockIndex()));
   const std::int32_t base = CalDataBase();
   const auto lastSlot = std::clamp<std::int32_t>(record.lFieldCount, -1, kMODFieldSlots - 1);
   for (ChangedByte& byte : changes) {
-    if (rows && byte.address >= kCalibrationRowsLength) continue;
+    const std::int32_t index = byte.address - start;
+    if (index < 0 || index >= static_cast<std::int32_t>(g_abCalData.size())) continue;
     for (std::int32_t slot = 0; slot <= lastSlot; ++slot) {
       const MODField& field = record.atFields[static_cast<std::size_t>(slot)];
       if (g_bUseDataflashMap2 && !field.bInCalData) continue;
       const std::int32_t first = base + TextToInt16(field.sOffset);
-      if (byte.address >= first && byte.address < first + Width(field.sDataType)) {
+      if (index >= first && index < first + Width(field.sDataType)) {
         byte.parameter = field.sName;
         break;
       }

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <map>
 
+#include "gauge/dataflash_rows.h"
 #include "shell/shared_state.h"
 
 namespace ombrelay {
@@ -13,7 +14,6 @@ namespace {
 constexpr std::int32_t kManufacturerAccess = 0x00;
 constexpr std::uint16_t kFirstRowWord = 0x0100;
 constexpr std::uint16_t kLastRowWord = 0x01FF;
-constexpr std::int32_t kRowLength = 32;
 constexpr std::int32_t kKeldBlockCommand = 0x58;
 constexpr std::int32_t kSubclassSelectCommand = 0x77;
 constexpr std::int32_t kSubclassDataCommand = 0x78;
@@ -39,14 +39,8 @@ std::string Hex(std::int32_t value) {
   return text.data();
 }
 
-bool IsWordWrite(const BusOperation& op) {
-  return op.op == "WriteSMBusWord_" || op.op == "WriteSMBusWord";
-}
-bool IsBlockRead(const BusOperation& op) {
-  return op.op == "ReadSMBusBlock_" || op.op == "ReadSMBusBlock";
-}
-bool IsBlockWrite(const BusOperation& op) {
-  return op.op == "WriteSMBusBlock";
+bool Is(const BusOperation& op, TransferKind kind) {
+  return TransferOf(op) == kind;
 }
 
 class Tracker {
@@ -54,12 +48,13 @@ class Tracker {
   explicit Tracker(const DataflashAreas& where) : where_(where) {}
 
   void Take(const BusOperation& op) {
-    if (IsWordWrite(op)) Select(op);
-    if (op.status != 0 || !(IsBlockRead(op) || IsBlockWrite(op))) return;
+    if (Is(op, TransferKind::WordWrite)) Select(op);
+    if (op.status != 0 || !(Is(op, TransferKind::BlockRead) || Is(op, TransferKind::BlockWrite)))
+      return;
     Area* area = AreaOf(op.cmd);
     if (area == nullptr) return;
     const auto length = std::min<std::size_t>(op.data.size(), static_cast<std::size_t>(op.len));
-    if (IsBlockWrite(op)) {
+    if (Is(op, TransferKind::BlockWrite)) {
       if (!area->awaitingReadBack && area->firstWritten == 0) area->firstWritten = ++written_;
       for (std::size_t i = 0; i < length; ++i) {
         Byte& byte = area->bytes[static_cast<std::int32_t>(i)];
