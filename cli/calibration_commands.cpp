@@ -1,7 +1,5 @@
 #include "cli/calibration_commands.h"
 
-#include <array>
-
 #include "cli/panel_input.h"
 #include "panel/nbcal.h"
 #include "panel/run_event.h"
@@ -10,8 +8,6 @@
 
 namespace ombrelay::cli {
 namespace {
-
-const std::array<const char*, 4> kFamilyNames = {"KELD", "QUILL", "MORLIN", "KELD_PLUS"};
 
 std::string Indexed(const char* name, std::size_t index) {
   return std::string(name) + "(" + std::to_string(index) + ")";
@@ -178,7 +174,8 @@ void Identify(Session& session, Report& report) {
   // The family is known only once the configuration has loaded.
   const bool known = report.succeeded && g_iDFType >= 0 &&
                      g_iDFType < static_cast<std::int32_t>(kFamilyNames.size());
-  report.Add("family", "Family", known ? kFamilyNames[static_cast<std::size_t>(g_iDFType)] : "");
+  report.Add("family", "Family",
+             known ? std::string(kFamilyNames[static_cast<std::size_t>(g_iDFType)]) : "");
   report.Add("dataflash_map", "Dataflash map", g_sDataFlashMapPath);
   report.Add("txtCellCount", "Cells", panel.txtCellCount.Text);
   report.Add("txtVersion", "Panel", panel.txtVersion.Caption);

@@ -1,6 +1,5 @@
 #include "config/configuration_section.h"
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -86,9 +85,8 @@ bool ReadNumbersAndFlags(const SectionReader& ini) {
 }
 
 std::optional<std::int32_t> FamilyNamed(std::string_view word) {
-  constexpr std::array<std::string_view, 4> kFamilies = {"KELD", "QUILL", "MORLIN", "KELD_PLUS"};
-  for (std::size_t i = 0; i < kFamilies.size(); ++i) {
-    if (word == kFamilies[i]) return static_cast<std::int32_t>(i);
+  for (std::size_t i = 0; i < kFamilyNames.size(); ++i) {
+    if (word == kFamilyNames[i]) return static_cast<std::int32_t>(i);
   }
   return std::nullopt;
 }
