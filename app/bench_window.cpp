@@ -15,6 +15,7 @@
 
 #include "app/bench_options.h"
 #include "app/bench_sources_dock.h"
+#include "app/dataflash_menu.h"
 #include "app/plots_dock.h"
 #include "hosts/i2c_buses.h"
 #include "sim/sample_gauges.h"
@@ -53,6 +54,7 @@ BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
   MakePanels(plugin, options);
   MakePlots();
   MakeToolsMenu(plugin);
+  AddDataflashMenu(*this, plugin, host_);
 }
 
 void BenchWindow::MakePanels(PanelPlugin& plugin, const BenchOptions& options) {

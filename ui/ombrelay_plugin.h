@@ -27,6 +27,9 @@ class OmbrelayPlugin : public QObject, public PanelPlugin {
   QWidget* CreateSecurityPanel(Host& host, QWidget* parent) override;
   void OnStartupFinished(QWidget* panel, std::function<void()> callback) override;
   QWidget* ShowCalculator(QWidget* parent) override;
+  void BackupDataflash(Host& host, const QString& file) override;
+  void CompareDataflash(Host& host, const QString& file, QWidget* parent) override;
+  void RestoreDataflash(Host& host, const QString& file) override;
 
  private:
   // Keeps panel among those that a wait or a timer tick brings up to date.
