@@ -185,7 +185,6 @@ TEST_F(DataflashCommandTest, UsageErrorsExitWithTwo) {
   const std::vector<std::vector<std::string>> usages = {
       {"dataflash"},
       {"dataflash", "backup"},
-      {"dataflash", "diff"},
       {"dataflash", "restore"},
       {"dataflash", "restore", file, file},
       {"dataflash", "export", file},

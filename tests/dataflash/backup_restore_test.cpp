@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -90,13 +89,6 @@ TEST_P(BackupRestore, AChangedParameterIsFoundAndRestoredAlone) {
         << row;
   }
   EXPECT_EQ(rows, sample.rows);
-  EXPECT_EQ(backup.parameters.size(), 54U);
-  const BackupParameter& scale = Named(backup, "Calibration.Data.Cell Scale 0");
-  EXPECT_EQ(scale.address, 0);
-  EXPECT_EQ(scale.bytes, (std::vector<std::uint8_t>{0x50, 0x00}));
-  EXPECT_EQ(scale.value, "20480");
-  EXPECT_EQ(Named(backup, "Calibration.Data.Current Offset").value, "-7190");
-  EXPECT_EQ(Named(backup, "Calibration.Data.CC Gain").value, "0.938");
   EXPECT_EQ(Named(backup, "Configuration.Power.Shutdown Voltage").address, sample.powerAddress + 2);
 
   // The engineer changes one parameter: 7000 mV.
@@ -274,31 +266,7 @@ TEST(RestoreFailures, AReadBackThatDiffersStopsTheRestore) {
   EXPECT_EQ(rowWrites[1].data, sim::Bytes(backup.rows.at(10).begin(), backup.rows.at(10).end()));
 }
 
-TEST(RestoreFailures, EachStepOfARowIsNamed) {
-  struct Fault {
-    const char* name;
-    std::function<void(SimBench&)> inject;  // right after the row's first write goes out
-    std::string failure;
-  };
-  const std::vector<Fault> faults = {
-      {"read-back short", [](SimBench& b) { b.gauge->AnswerNextBlockReadsWithLength(1, 31); },
-       "the restore stopped: row 0 was written, but its read-back came with 31 bytes instead of "
-       "32; rows written and verified before it: none"},
-      {"read-back request", [](SimBench& b) { b.gauge->FailNext(sim::Transfer::WordWrite, 1); },
-       "the restore stopped: row 0 was written, but its read-back could not be requested; rows "
-       "written and verified before it: none"},
-  };
-  for (const Fault& fault : faults) {
-    SimBench bench(sim::Family::Morlin);
-    const DataflashBackup backup = TakeBackup(bench);
-    const std::uint8_t changed[] = {0x12, 0x34};
-    bench.gauge->SetDataflashBytes(24, changed);
-    bench.After(IsRowWrite, 1, [&] { fault.inject(bench); });
-    EXPECT_EQ(RestoreBackup(bench.host, bench.platform, backup).failure, fault.failure)
-        << fault.name;
-  }
-
-  // A row of the gauge that cannot be read before anything is written stops it as well.
+TEST(RestoreFailures, ARowThatCannotBeReadFirstStopsItBeforeAnyWrite) {
   SimBench bench(sim::Family::Morlin);
   const DataflashBackup backup = TakeBackup(bench);
   const std::uint8_t changed[] = {0x12, 0x34};
@@ -308,6 +276,7 @@ TEST(RestoreFailures, EachStepOfARowIsNamed) {
   EXPECT_EQ(RestoreBackup(bench.host, bench.platform, backup).failure,
             "row 16 of the gauge's dataflash could not be read, so nothing was written");
   EXPECT_EQ(Dataflash(bench), before);
+  EXPECT_TRUE(RowWrites(bench).empty());
 }
 
 }  // namespace
