@@ -45,7 +45,7 @@ bool PrepareGauge(Host& host, Platform& platform, BackupIdentity& identity, std:
     failure = "the gauge did not identify itself, so its dataflash map is not known";
     return false;
   }
-  const std::string device = "device " + g_sDeviceNumber + " firmware " + g_sFirmwareVersion;
+  const std::string device = "device " + g_sDeviceNumber + ", firmware " + g_sFirmwareVersion;
   if (LoadConfigurationforDevice() != 0) {
     failure = "no configuration applies to the gauge (" + device + ")";
     return false;
@@ -56,9 +56,8 @@ bool PrepareGauge(Host& host, Platform& platform, BackupIdentity& identity, std:
   }
   if (g_iDFType != MORLIN && g_iDFType != KELD_PLUS) {
     failure =
-        "absolute dataflash access exists on MORLIN and KELD_PLUS gauges only; this gauge "
-        "is " +
-        FamilyText();
+        std::string("absolute dataflash access exists on MORLIN and KELD_PLUS gauges only; ") +
+        "this gauge is " + FamilyText();
     return false;
   }
   identity = {{g_sDeviceNumber, g_sFirmwareVersion, g_sFirmwareType, g_sBuildNumber},

@@ -8,8 +8,6 @@
 namespace ombrelay {
 namespace {
 
-constexpr const char* kPurpose = "a restore";
-
 std::string OtherGauge(const std::vector<IdentityDifference>& differences) {
   std::string text = "the backup is of another kind of gauge: ";
   for (std::size_t i = 0; i < differences.size(); ++i) {
@@ -30,7 +28,7 @@ RestoreOutcome RestoreBackup(Host& host, Platform& platform, const DataflashBack
     outcome.failure = OtherGauge(differences);
     return outcome;
   }
-  if (!CheckSecurityMode(kPurpose, outcome.failure)) return outcome;
+  if (!CheckSecurityMode("a restore", outcome.failure)) return outcome;
 
   std::set<std::int32_t> rows;
   for (const auto& [row, bytes] : backup.rows)

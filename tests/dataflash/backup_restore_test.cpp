@@ -12,6 +12,7 @@
 #include "sim/dataflash.h"
 #include "tests/support/expected_trace.h"
 #include "tests/support/sim_bench.h"
+#include "tests/support/temp_appdir.h"
 
 namespace ombrelay {
 namespace {
@@ -233,6 +234,22 @@ TEST(DataflashReads, ASealedOrSilentGaugeIsToldApart) {
   EXPECT_EQ(BackupGauge(shortRow.host, shortRow.platform).failure,
             "row 3 of the gauge's dataflash came with 31 bytes instead of 32");
   EXPECT_EQ(DataflashTraffic(shortRow).back().word, 0x0103);
+}
+
+TEST(DataflashReads, AGaugeWithoutItsConfigurationOrMapIsToldApart) {
+  const std::string device = "(device 4D31, firmware 2_05)";
+  testing::TempAppDir withoutMap;
+  withoutMap.Remove("maps/morlin-4D31-2_05.json");
+  SimBench mapless(sim::Family::Morlin, withoutMap.Path().string());
+  EXPECT_EQ(BackupGauge(mapless.host, mapless.platform).failure,
+            "the dataflash map of the gauge " + device + " does not load: not a file");
+
+  testing::TempAppDir withoutConfiguration;
+  withoutConfiguration.Remove("config.ini");
+  SimBench unconfigured(sim::Family::Morlin, withoutConfiguration.Path().string());
+  EXPECT_EQ(BackupGauge(unconfigured.host, unconfigured.platform).failure,
+            "no configuration applies to the gauge " + device);
+  EXPECT_TRUE(DataflashTraffic(unconfigured).empty());
 }
 
 TEST(RestoreFailures, AReadBackThatDiffersStopsTheRestore) {
