@@ -11,7 +11,7 @@
 namespace ombrelay {
 namespace {
 
-using json = nlohmann::ordered_json;
+using nlohmann::json;
 
 constexpr const char* kFormat = "ombrelay-dataflash-map/1";
 

@@ -1,5 +1,6 @@
 #include "dataflash/backup_file.h"
 
+#include <algorithm>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -12,7 +13,9 @@
 namespace ombrelay {
 namespace {
 
-using json = nlohmann::ordered_json;
+using nlohmann::json;
+// Written in the map's order; read back sorted by address, which is the order of the maps.
+using OrderedJson = nlohmann::ordered_json;
 
 constexpr const char* kFormat = "ombrelay-dataflash-backup/1";
 // One parameter for each address is more than any map has.
@@ -24,7 +27,7 @@ class BackupRefused : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-json GaugeJson(const BackupIdentity& identity) {
+OrderedJson GaugeJson(const BackupIdentity& identity) {
   return {{"device", identity.device.deviceNumber},
           {"firmware", identity.device.firmwareVersion},
           {"firmware_type", identity.device.firmwareType},
@@ -33,8 +36,8 @@ json GaugeJson(const BackupIdentity& identity) {
           {"dataflash_map", identity.dataflashMap}};
 }
 
-json BackupJson(const DataflashBackup& backup) {
-  json parameters = json::object();
+OrderedJson BackupJson(const DataflashBackup& backup) {
+  OrderedJson parameters = OrderedJson::object();
   for (const BackupParameter& parameter : backup.parameters) {
     parameters[parameter.className][parameter.subclassName][parameter.name] = {
         {"address", parameter.address},
@@ -42,7 +45,7 @@ json BackupJson(const DataflashBackup& backup) {
         {"bytes", HexBytes(parameter.bytes)},
         {"value", parameter.value}};
   }
-  json rows = json::object();
+  OrderedJson rows = OrderedJson::object();
   for (const auto& [row, bytes] : backup.rows)
     rows[std::to_string(row)] = HexBytes(bytes);
   return {{"format", kFormat},
@@ -171,6 +174,7 @@ std::vector<BackupParameter> ReadParameters(const json& root) {
             });
       });
   if (parameters.empty()) throw BackupRefused("parameters: there are none");
+  std::ranges::stable_sort(parameters, {}, &BackupParameter::address);
   return parameters;
 }
 
@@ -234,7 +238,7 @@ bool WriteBackupFile(const std::string& path, const DataflashBackup& backup, std
   // Names come from the map cut to the map reader's buffer, which may split a character: such a
   // byte is written as U+FFFD rather than refused.
   const std::string text =
-      BackupJson(backup).dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+      BackupJson(backup).dump(2, ' ', false, OrderedJson::error_handler_t::replace) + "\n";
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (!file || !file.write(text.data(), static_cast<std::streamsize>(text.size())) ||
       !file.flush()) {

@@ -43,8 +43,9 @@ using DataflashRows = std::map<std::int32_t, DataflashRow>;
 
 struct DataflashBackup {
   BackupIdentity identity;
-  std::vector<BackupParameter> parameters;  // in the map's order
-  DataflashRows rows;                       // by row number
+  // In the map's order when taken from a gauge; by address when read from a file.
+  std::vector<BackupParameter> parameters;
+  DataflashRows rows;  // by row number
 };
 
 // Addresses run over 16 bits, as the map's do.

@@ -7,7 +7,7 @@
 namespace ombrelay {
 namespace {
 
-using json = nlohmann::ordered_json;
+using nlohmann::json;
 
 // Real maps are a few hundred kilobytes with some thousand parameters, and a backup of the
 // whole dataflash is smaller still.

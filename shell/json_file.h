@@ -16,8 +16,7 @@ class JsonRefused : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// The document in the file at path, its objects' members in the file's order; throws
-// JsonRefused.
-nlohmann::ordered_json ReadJsonFile(const std::string& path);
+// The document in the file at path; throws JsonRefused.
+nlohmann::json ReadJsonFile(const std::string& path);
 
 }  // namespace ombrelay
