@@ -13,6 +13,7 @@
 #include "cli/option_parsing.h"
 #include "sim/dataflash.h"
 #include "tests/cli/cli_bench.h"
+#include "tests/support/test_file.h"
 
 namespace ombrelay {
 namespace {
@@ -21,10 +22,6 @@ using testing::CliBench;
 using testing::CliRun;
 using testing::HostKind;
 using json = nlohmann::json;
-
-std::string TempFile(const std::string& name) {
-  return (std::filesystem::path(::testing::TempDir()) / name).string();
-}
 
 sim::Bytes Dataflash(const CliBench& bench) {
   return bench.gauge->DataflashBytes(0, sim::Dataflash::kSize);
@@ -57,7 +54,7 @@ class DataflashCommand : public ::testing::TestWithParam<Family> {};
 TEST_P(DataflashCommand, BackupChangeDiffRestoreDiff) {
   const Family& family = GetParam();
   CliBench bench(HostKind::Simulator, family.family);
-  const std::string file = TempFile(std::string("ombrelay_cli_backup_") + family.name + ".json");
+  const std::string file = testing::TestFile("backup.json");
   const CliRun backup = bench.Run({"--json", "dataflash", "backup", file});
   ASSERT_EQ(backup.exit, 0) << backup.err;
   EXPECT_EQ(backup.json["values"]["file"], file);
@@ -96,6 +93,7 @@ TEST_P(DataflashCommand, BackupChangeDiffRestoreDiff) {
   const CliRun again = bench.Run({"dataflash", "diff", file});
   EXPECT_EQ(again.exit, 0);
   EXPECT_EQ(again.out, "Parameters changed: 0\nRows that differ: none\n");
+  std::filesystem::remove(file);
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, DataflashCommand,
@@ -110,9 +108,13 @@ class DataflashCommandTest : public ::testing::Test {
     const std::uint8_t boardOffset[] = {0x12, 0x34};
     bench.gauge->SetDataflashBytes(24, boardOffset);
   }
+  ~DataflashCommandTest() override {
+    for (const char* name : {"backup.json", "flawed.json", "second.json"})
+      std::filesystem::remove(testing::TestFile(name));
+  }
 
   CliBench bench{HostKind::Simulator, sim::Family::Morlin};
-  const std::string file = TempFile("ombrelay_cli_backup.json");
+  const std::string file = testing::TestFile("backup.json");
 };
 
 TEST_F(DataflashCommandTest, ARefusedRestoreWritesNothingAndSaysWhy) {
@@ -143,7 +145,7 @@ TEST_F(DataflashCommandTest, AFlawedBackupIsRefusedBeforeAnyBusOrQuestion) {
   std::ifstream in(file);
   json flawed = json::parse(in);
   flawed["rows"]["0"] = "00";
-  const std::string flawedFile = TempFile("ombrelay_cli_flawed.json");
+  const std::string flawedFile = testing::TestFile("flawed.json");
   std::ofstream(flawedFile) << flawed.dump();
   const sim::Bytes before = Dataflash(bench);
   const std::int64_t start = bench.clock.NowMs();
@@ -159,7 +161,7 @@ TEST_F(DataflashCommandTest, AFlawedBackupIsRefusedBeforeAnyBusOrQuestion) {
 }
 
 TEST_F(DataflashCommandTest, TwoBackupsAreComparedWithoutAGauge) {
-  const std::string second = TempFile("ombrelay_cli_backup_2.json");
+  const std::string second = testing::TestFile("second.json");
   ASSERT_EQ(bench.Run({"dataflash", "backup", second}).exit, 0);
   const std::int64_t start = bench.clock.NowMs();
   const CliRun run = bench.Run({"dataflash", "diff", file, second});

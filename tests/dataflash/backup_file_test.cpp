@@ -14,6 +14,7 @@
 
 #include "dataflash/dataflash_operations.h"
 #include "tests/support/sim_bench.h"
+#include "tests/support/test_file.h"
 
 namespace ombrelay {
 namespace {
@@ -40,8 +41,7 @@ class BackupFileTest : public ::testing::Test {
   }
 
   DataflashBackup backup;
-  const std::string path =
-      (std::filesystem::path(::testing::TempDir()) / "ombrelay_backup_test.json").string();
+  const std::string path = testing::TestFile("backup.json");
   std::string failure;
 };
 

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "shell/shared_state.h"
+#include "tests/support/test_file.h"
 
 namespace ombrelay {
 namespace {
@@ -35,8 +36,7 @@ class MapLayoutTest : public ::testing::Test {
            type + R"(", "value": "0", "default": "0"})";
   }
 
-  const std::string path =
-      (std::filesystem::path(::testing::TempDir()) / "ombrelay_map_layout_test.json").string();
+  const std::string path = testing::TestFile("map.json");
   std::vector<BackupParameter> parameters;
   std::string failure;
 };

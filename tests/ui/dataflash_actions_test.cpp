@@ -15,6 +15,7 @@
 #include "sim/clock.h"
 #include "sim/dataflash.h"
 #include "sim/sample_gauges.h"
+#include "tests/support/test_file.h"
 #include "ui/comparison_dialog.h"
 #include "ui/qt_platform.h"
 
@@ -47,8 +48,7 @@ class DataflashActionsTest : public ::testing::Test {
   sim::RealClock clock;
   std::unique_ptr<sim::Gauge> gauge = sim::MakeSampleGauge(sim::Family::Morlin, clock);
   SimHost host{clock};
-  const QString file = QString::fromStdString(
-      (std::filesystem::path(::testing::TempDir()) / "ombrelay_bench_backup.json").string());
+  const QString file = QString::fromStdString(testing::TestFile("backup.json"));
 };
 
 TEST_F(DataflashActionsTest, BackupCompareRestoreTellTheirOutcomes) {
