@@ -14,6 +14,7 @@
 #include "app/bench_options.h"
 #include "app/bench_sources_dock.h"
 #include "app/bus_log_dock.h"
+#include "app/dataflash_menu.h"
 #include "app/plots_dock.h"
 #include "app/progress_indicator.h"
 #include "hosts/i2c_buses.h"
@@ -52,6 +53,7 @@ BenchWindow::BenchWindow(PanelPlugin& plugin, const BenchOptions& options)
   MakeToolsMenu(plugin);
   MakeReportsMenu(plugin);
   MakeProgress(plugin);
+  AddDataflashMenu(*this, plugin, host_);
 }
 
 void BenchWindow::MakePanels(PanelPlugin& plugin, const BenchOptions& options) {

@@ -1,9 +1,6 @@
 #include "cli/calibration_commands.h"
 
-#include <array>
-
 #include "cli/panel_input.h"
-#include "config/configuration_section.h"
 #include "panel/nbcal.h"
 #include "panel/run_event.h"
 #include "report/calibration_recording.h"

@@ -7,6 +7,7 @@
 
 #include "cli/calibration_commands.h"
 #include "cli/confirmation.h"
+#include "cli/dataflash_commands.h"
 #include "cli/digest_command.h"
 #include "cli/option_parsing.h"
 #include "cli/security_commands.h"
@@ -17,8 +18,8 @@ namespace ombrelay::cli {
 namespace {
 
 // What a command that changes the gauge is about to do, for the question; empty for the others.
-std::string Change(Command command) {
-  switch (command) {
+std::string Change(const Options& options) {
+  switch (options.command) {
     case Command::CalibrateVoltageTemperature:
       return "calibrate the voltages and temperatures of";
     case Command::CalibratePack:
@@ -37,6 +38,8 @@ std::string Change(Command command) {
       return "put in Full Access";
     case Command::ChangeKey:
       return "change a key of";
+    case Command::DataflashRestore:
+      return "restore the dataflash rows of " + options.backupFile + " that differ into";
     default:
       return {};
   }
@@ -57,7 +60,10 @@ void Emit(Report& report, const Options& options, Environment& env, const Sessio
     const auto& messages = session ? session->Messages() : none;
     const std::vector<BusOperation> nothing;
     const auto& operations = session ? session->Operations() : nothing;
-    env.out << ToJson(report, messages, operations).dump() << std::endl;
+    // A file name need not be UTF-8; such a byte is shown as U+FFFD rather than refused.
+    env.out << ToJson(report, messages, operations)
+                   .dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
+            << std::endl;
   } else {
     WriteText(report, env.out);
     env.out << std::flush;
@@ -83,6 +89,12 @@ bool WriteCalibrationReport(const std::optional<CalibrationReport>& record, cons
   return true;
 }
 
+// Emits the report and gives the exit status it calls for.
+int Finish(Report& report, const Options& options, Environment& env, const Session* session) {
+  Emit(report, options, env, session);
+  return report.succeeded ? kExitSuccess : kExitFailure;
+}
+
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& args, Environment& env) {
@@ -97,12 +109,18 @@ int RunCommandLine(const std::vector<std::string>& args, Environment& env) {
   std::optional<CalibrationReport> record;
   if (options.command == Command::Digest) {
     Digest(options, report);
-    Emit(report, options, env, nullptr);
-    return report.succeeded ? kExitSuccess : kExitFailure;
+    return Finish(report, options, env, nullptr);
+  }
+  // Backups are read whole before anything is asked or opened: a refused file touches no gauge.
+  std::vector<DataflashBackup> backups;
+  if (!ReadBackups(options, backups, report)) return Finish(report, options, env, nullptr);
+  if (options.command == Command::DataflashDiff && backups.size() == 2) {
+    CompareBackupFiles(backups, report);
+    return Finish(report, options, env, nullptr);
   }
 
   const HostChoice where{options.bus, options.sim, options.sealed, options.pec};
-  const std::string change = Change(options.command);
+  const std::string change = Change(options);
   if (!change.empty() && !ConfirmChange(change + " " + where.Where(), options.yes, env)) {
     env.err << "ombrelay: nothing done\n";
     return kExitFailure;
@@ -131,15 +149,20 @@ int RunCommandLine(const std::vector<std::string>& args, Environment& env) {
     case Command::ChangeKey:
       Secure(*session, options, report);
       break;
+    case Command::DataflashBackup:
+    case Command::DataflashDiff:
+    case Command::DataflashRestore:
+      Dataflash(*session, options, backups, report);
+      break;
     default:
       Calibrate(*session, options, report, record);
       break;
   }
   session->EndProgress();
-  Emit(report, options, env, session.get());
+  const int exit = Finish(report, options, env, session.get());
   if (!options.reportFile.empty() && !WriteCalibrationReport(record, options.reportFile, env))
     return kExitFailure;
-  return report.succeeded ? kExitSuccess : kExitFailure;
+  return exit;
 }
 
 }  // namespace ombrelay::cli

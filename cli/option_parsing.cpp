@@ -49,9 +49,10 @@ struct Subcommand {
   Command command;
 };
 
-// The commands that need a gauge: all but digest.
-bool NeedsGauge(Command command) {
-  return command != Command::Digest && command != Command::None;
+// The commands that need a gauge: all but digest and a diff of two backups.
+bool NeedsGauge(const Options& options) {
+  if (options.command == Command::DataflashDiff) return options.secondBackupFile.empty();
+  return options.command != Command::Digest && options.command != Command::None;
 }
 
 class Grammar {
@@ -66,6 +67,7 @@ class Grammar {
     Gauge();
     Calibrate();
     Security();
+    Dataflash();
     Digest();
   }
 
@@ -87,7 +89,7 @@ class Grammar {
     }
     if (options_.command == Command::None && !options_.listBuses)
       throw CLI::RequiredError("A command, or --list-buses");
-    if (NeedsGauge(options_.command) && options_.bus.empty() && !options_.sim)
+    if (NeedsGauge(options_) && options_.bus.empty() && !options_.sim)
       throw CLI::RequiredError("ombrelay " + options_.commandName +
                                " needs a gauge: give --bus or --sim");
   }
@@ -254,6 +256,38 @@ class Grammar {
 
   void KeyOption(CLI::App* sub, const char* description) {
     sub->add_option("--key", options_.key, description)->type_name("HEX")->required();
+  }
+
+  void Dataflash() {
+    CLI::App* dataflash =
+        Add(app_, "dataflash",
+            "Back up a MORLIN or KELD_PLUS gauge's dataflash into a file, compare a backup with "
+            "the gauge or with another backup, or restore one",
+            Command::None);
+    dataflash->require_subcommand(1);
+    Add(*dataflash, "backup",
+        "Read every parameter of the gauge's dataflash map, with the rows that hold them, into "
+        "FILE (JSON)",
+        Command::DataflashBackup)
+        ->add_option("file", options_.backupFile, "The backup to write")
+        ->type_name("FILE")
+        ->required();
+    CLI::App* diff = Add(*dataflash, "diff",
+                         "Print the parameters, with their values, and the rows that differ "
+                         "between the backup FILE and the gauge, or between FILE and FILE2 "
+                         "(no gauge)",
+                         Command::DataflashDiff);
+    diff->add_option("file", options_.backupFile, "The backup")->type_name("FILE")->required();
+    diff->add_option("file2", options_.secondBackupFile, "A second backup, in place of the gauge")
+        ->type_name("FILE2");
+    Add(*dataflash, "restore",
+        "Write the rows of the backup FILE that differ from the gauge, each verified by its "
+        "read-back; refused on a Sealed gauge and on another kind of gauge (asks first on a "
+        "terminal)",
+        Command::DataflashRestore)
+        ->add_option("file", options_.backupFile, "The backup to restore")
+        ->type_name("FILE")
+        ->required();
   }
 
   void Digest() {

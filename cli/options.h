@@ -27,6 +27,9 @@ enum class Command {
   Authenticate,
   ChangeKey,
   Digest,
+  DataflashBackup,
+  DataflashDiff,
+  DataflashRestore,
 };
 
 // Which key change-key replaces.
@@ -68,6 +71,10 @@ struct Options {
   KeyKind keyKind = KeyKind::Unseal;
   std::string message;
   DigestMode digestMode = DigestMode::Keyed;
+
+  // dataflash: the backup written or read; diff's second backup, in place of the gauge
+  std::string backupFile;
+  std::string secondBackupFile;
 };
 
 }  // namespace ombrelay::cli

@@ -1,6 +1,5 @@
 #include "config/configuration_section.h"
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -86,8 +85,8 @@ bool ReadNumbersAndFlags(const SectionReader& ini) {
 }
 
 std::optional<std::int32_t> FamilyNamed(std::string_view word) {
-  for (std::int32_t family = KELD; family <= KELD_PLUS; ++family) {
-    if (word == FamilyName(family)) return family;
+  for (std::size_t i = 0; i < kFamilyNames.size(); ++i) {
+    if (word == kFamilyNames[i]) return static_cast<std::int32_t>(i);
   }
   return std::nullopt;
 }
@@ -251,12 +250,6 @@ Status ReadSection(const SectionReader& ini) {
 }
 
 }  // namespace
-
-std::string_view FamilyName(std::int32_t dfType) {
-  constexpr std::array<std::string_view, 4> kFamilies = {"KELD", "QUILL", "MORLIN", "KELD_PLUS"};
-  if (dfType < KELD || dfType > KELD_PLUS) return {};
-  return kFamilies[static_cast<std::size_t>(dfType)];
-}
 
 Status ReadConfigurationSection(const std::string& sSection, const std::string& sPath) {
   try {

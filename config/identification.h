@@ -16,6 +16,8 @@ struct DeviceIdentity {
   std::string firmwareVersion;
   std::string firmwareType;
   std::string buildNumber;
+
+  bool operator==(const DeviceIdentity&) const = default;
 };
 
 // The identity in an identification block of 11 or 13 bytes; nothing for any other length or

@@ -1,12 +1,12 @@
 #include "config/map_library.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
+
+#include "shell/json_file.h"
 
 namespace ombrelay {
 namespace {
@@ -15,12 +15,7 @@ using nlohmann::json;
 
 constexpr const char* kFormat = "ombrelay-dataflash-map/1";
 
-// A map file is not trusted: these bound what a hostile one can make us hold. Real maps are a
-// few hundred kilobytes with some thousand parameters.
-constexpr std::uintmax_t kMaxFileBytes = 16U * 1024U * 1024U;
-// A map nests seven levels deep; the rest is room for members that we do not read.
-constexpr int kMaxDepth = 16;
-constexpr int kMaxJsonValues = 1'000'000;
+// A map file is not trusted: these bound what a hostile one can make us hold.
 constexpr std::size_t kMaxTextLength = 1024;
 constexpr std::size_t kMaxSubclasses = 1000;
 constexpr std::size_t kMaxParameters = 10000;
@@ -59,43 +54,6 @@ class MapRefused : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
-
-std::string ReadMapFile(const std::string& path) {
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) throw MapRefused("not a file");
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
-  if (error) throw MapRefused("cannot be read");
-  if (size > kMaxFileBytes) {
-    throw MapRefused("larger than " + std::to_string(kMaxFileBytes >> 20) + " MiB");
-  }
-  std::string text(size, '\0');
-  std::ifstream file(path, std::ios::binary);
-  if (!file.read(text.data(), static_cast<std::streamsize>(size))) {
-    throw MapRefused("cannot be read");
-  }
-  return text;
-}
-
-// Parses with bounds on nesting and on the number of values, checked as the parser goes, so a
-// hostile document is refused before it is built.
-json ParseMapText(const std::string& text) {
-  int values = 0;
-  const auto bounded = [&values](int depth, json::parse_event_t event, json&) {
-    if (event == json::parse_event_t::object_start || event == json::parse_event_t::array_start ||
-        event == json::parse_event_t::value) {
-      if (depth > kMaxDepth) {
-        throw MapRefused("nested deeper than " + std::to_string(kMaxDepth) + " levels");
-      }
-      if (++values > kMaxJsonValues) {
-        throw MapRefused("more than " + std::to_string(kMaxJsonValues) + " values");
-      }
-    }
-    return true;
-  };
-  json root = json::parse(text, bounded, /*allow_exceptions=*/false);
-  if (root.is_discarded()) throw MapRefused("not JSON");
-  return root;
-}
 
 const json& Member(const json& object, const char* key, const std::string& where) {
   const auto member = object.find(key);
@@ -159,7 +117,7 @@ MapClass ReadClass(const json& object, const std::string& where) {
 }
 
 std::vector<MapClass> ReadMap(const std::string& path) {
-  const json root = ParseMapText(ReadMapFile(path));
+  const json root = ReadJsonFile(path);
   if (!root.is_object()) throw MapRefused("not an object");
   const auto format = root.find("format");
   if (format == root.end() || *format != kFormat) {
@@ -214,6 +172,8 @@ std::int32_t LoadCfgFile(const std::string& path) {
     loaded.classes = ReadMap(path);
     return 0;
   } catch (const MapRefused& refusal) {
+    loaded.loadError = refusal.what();
+  } catch (const JsonRefused& refusal) {
     loaded.loadError = refusal.what();
   } catch (const std::exception& failure) {
     loaded.loadError = std::string("cannot be read: ") + failure.what();

@@ -31,14 +31,6 @@ Status RequestRowOf(const Place& place, int i) {
   return RequestRow(RowWord(place.row + i));
 }
 
-// Reads the selected row into rowBuffer: true when it came whole. status is the host's, which
-// is 0 for a row that came short.
-bool ReadRow(Buffer& rowBuffer, Status& status) {
-  std::int16_t length = 0;
-  status = g_oHost->ReadSMBusBlock_(g_iDFAccessFlashCmd, rowBuffer, length, g_iTargetAddress);
-  return status == 0 && length == kRowLength;
-}
-
 void CopyRow(const Buffer& rowBuffer, Buffer& local, int i) {
   std::copy_n(rowBuffer.begin(), kRowLength, local.begin() + i * kRowLength);
 }
@@ -48,14 +40,9 @@ void CopyRow(const Buffer& rowBuffer, Buffer& local, int i) {
 Status ReadDFAbsolute(std::int16_t address, std::uint8_t& firstByte, std::uint8_t& secondByte) {
   if (address < 0) return 1;
   const Place place = PlaceOf(address);
-  WriteManufacturerAccess(g_iExitCalCommand, g_iTargetAddress);
-  g_oPlatform->Sleep(50);
-  // A read before any row is requested, as the gauge expects; what it gives is of no use.
-  Buffer rowBuffer{};
-  std::int16_t length = 0;
-  g_oHost->ReadSMBusBlock_(g_iDFAccessFlashCmd, rowBuffer, length, g_iTargetAddress);
-  g_oPlatform->Sleep(50);
+  StartAbsoluteRead();
 
+  Buffer rowBuffer{};
   Buffer local{};
   for (int i = 0; i <= place.lastRow; ++i) {
     if (RequestRowOf(place, i) != 0) {
@@ -63,7 +50,8 @@ Status ReadDFAbsolute(std::int16_t address, std::uint8_t& firstByte, std::uint8_
       return 1;
     }
     Status status = 0;
-    if (!ReadRow(rowBuffer, status)) {
+    std::int16_t length = 0;
+    if (!ReadRow(rowBuffer, status, length)) {
       MsgBox("Communication Error returned reading absolute address.");
       return status;
     }
@@ -86,7 +74,8 @@ Status WriteDFAbsolute(std::int16_t address, std::uint8_t firstByte, std::uint8_
       return 1;
     }
     Status status = 0;
-    const bool whole = ReadRow(rowBuffer, status);
+    std::int16_t length = 0;
+    const bool whole = ReadRow(rowBuffer, status, length);
     CopyRow(rowBuffer, local, i);
     if (!whole) {
       MsgBox("Communication Error returned when reading block to write absolute address.");
@@ -103,9 +92,7 @@ Status WriteDFAbsolute(std::int16_t address, std::uint8_t firstByte, std::uint8_
       MsgBox("Communication error when requesting absolute page to write.");
       return 1;
     }
-    const Status status =
-        g_oHost->WriteSMBusBlock(g_iDFAccessFlashCmd, rowBuffer, kRowLength, g_iTargetAddress);
-    g_oPlatform->Sleep(200);
+    const Status status = WriteRow(rowBuffer);
     if (status != 0) {
       MsgBox("Communication Error returned when writing absoute address to Dataflash.");
       result = status;
@@ -116,7 +103,8 @@ Status WriteDFAbsolute(std::int16_t address, std::uint8_t firstByte, std::uint8_
   for (int i = 0; i <= place.lastRow; ++i) {
     WriteManufacturerAccess(RowWord(place.row + i), g_iTargetAddress);
     Status status = 0;
-    ReadRow(rowBuffer, status);
+    std::int16_t length = 0;
+    ReadRow(rowBuffer, status, length);
     if (status != 0) {
       MsgBox("Communication Error returned when reading block to verify Dataflash write.");
       result = status;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <stdexcept>
 
 #include "gauge/calibration_layout.h"
 #include "shell/numeric.h"
@@ -17,26 +18,54 @@ constexpr int kExponentBias = 128;
 constexpr std::uint8_t kSignBit = 0x80;
 // The format has no zero; this is the nearest thing it is given instead.
 constexpr double kZeroStandIn = 0.00001;
+constexpr auto kCalSize = static_cast<std::size_t>(kCalDataSize);
 
-std::uint8_t CalByte(std::size_t position) {
-  return g_abCalData.at(position);
+// The longest hex or string value: one row.
+constexpr std::size_t kMaxCountedSize = 32;
+constexpr std::uint8_t kFirstPrintable = 0x20;
+constexpr std::uint8_t kLastPrintable = 0x7E;
+
+std::uint8_t ByteAt(std::span<const std::uint8_t> bytes, std::size_t i) {
+  if (i >= bytes.size()) throw std::out_of_range("dataflash value past its bytes");
+  return bytes[i];
 }
 
 std::string SignedByteText(std::uint8_t byte) {
   return byte < 128 ? std::to_string(byte) : "-" + std::to_string(256 - byte);
 }
 
-std::string CalValueText(const std::string& type, std::size_t p) {
-  if (type == "U1") return std::to_string(CalByte(p));
-  if (type == "U2") return std::to_string(CalByte(p) * 256 + CalByte(p + 1));
-  if (type == "I1") return SignedByteText(CalByte(p));
-  if (type == "I2") {
-    std::int16_t word = 0;
-    JoinBytestoWord(CalByte(p), CalByte(p + 1), word);
-    return std::to_string(word);
+// n of "Hn" or "Sn": 1 to kMaxCountedSize; 0 for anything else.
+std::size_t CountedSize(const std::string& type) {
+  if (type.size() < 2 || type.size() > 3) return 0;
+  std::size_t size = 0;
+  for (std::size_t i = 1; i < type.size(); ++i) {
+    if (type[i] < '0' || type[i] > '9') return 0;
+    size = size * 10 + static_cast<std::size_t>(type[i] - '0');
   }
-  return FormatThreeDecimals(
-      GaugeFloattoDouble(CalByte(p), CalByte(p + 1), CalByte(p + 2), CalByte(p + 3)));
+  return size <= kMaxCountedSize ? size : 0;
+}
+
+std::string HexValueText(std::span<const std::uint8_t> bytes, std::size_t size) {
+  std::string text = "0x";
+  for (std::size_t i = 0; i < size; ++i)
+    text += ByteHexString(ByteAt(bytes, i));
+  return text;
+}
+
+// A string keeps its length in its first byte, as the gauge's block answers do; what does not
+// print stands as \xHH, so that the text survives any file it is written to.
+std::string StringValueText(std::span<const std::uint8_t> bytes, std::size_t size) {
+  const std::size_t count = std::min<std::size_t>(ByteAt(bytes, 0), size - 1);
+  std::string text;
+  for (std::size_t i = 1; i <= count; ++i) {
+    const std::uint8_t byte = ByteAt(bytes, i);
+    if (byte >= kFirstPrintable && byte <= kLastPrintable) {
+      text += static_cast<char>(byte);
+    } else {
+      text += "\\x" + ByteHexString(byte);
+    }
+  }
+  return text;
 }
 
 bool IsCalDataType(const std::string& type) {
@@ -62,7 +91,8 @@ void TransferCalDatatoTable() {
     }
     if (!IsCalDataType(type)) continue;
     const auto position = static_cast<std::size_t>(TextToInt16(offset) + base);
-    field.sValue = CalValueText(type, position);
+    field.sValue = DataflashValueText(
+        type, std::span<const std::uint8_t>(g_abCalData).subspan(std::min(position, kCalSize)));
   }
 }
 
@@ -94,6 +124,33 @@ std::string DoubletoGaugeFloat(double value) {
   if (!negative) byte1 &= static_cast<std::uint8_t>(~kSignBit);
   return ByteHexString(exponentByte) + ByteHexString(byte1) +
          ByteHexString((mantissa >> 8) & 0xFFU) + ByteHexString(mantissa & 0xFFU);
+}
+
+std::optional<std::size_t> DataflashValueSize(const std::string& type) {
+  if (type == "U1" || type == "I1") return 1;
+  if (type == "U2" || type == "I2") return 2;
+  if (type == "F4") return 4;
+  const std::size_t counted = CountedSize(type);
+  if (counted != 0 && (type[0] == 'H' || type[0] == 'S')) return counted;
+  return std::nullopt;
+}
+
+std::string DataflashValueText(const std::string& type, std::span<const std::uint8_t> bytes) {
+  if (type == "U1") return std::to_string(ByteAt(bytes, 0));
+  if (type == "U2") return std::to_string(ByteAt(bytes, 0) * 256 + ByteAt(bytes, 1));
+  if (type == "I1") return SignedByteText(ByteAt(bytes, 0));
+  if (type == "I2") {
+    std::int16_t word = 0;
+    JoinBytestoWord(ByteAt(bytes, 0), ByteAt(bytes, 1), word);
+    return std::to_string(word);
+  }
+  if (type == "F4") {
+    return FormatThreeDecimals(
+        GaugeFloattoDouble(ByteAt(bytes, 0), ByteAt(bytes, 1), ByteAt(bytes, 2), ByteAt(bytes, 3)));
+  }
+  const std::optional<std::size_t> size = DataflashValueSize(type);
+  if (!size) return {};
+  return type[0] == 'H' ? HexValueText(bytes, *size) : StringValueText(bytes, *size);
 }
 
 std::string ByteHexString(std::uint32_t value) {

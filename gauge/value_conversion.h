@@ -6,7 +6,10 @@
 // byte first whose top bit is implied (the sign stands in its place): the value is
 // sign * mantissa * 2^-24 * 2^(byte 0 - 128), the mantissa in [0.5, 1). There is no zero.
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 
 namespace ombrelay {
@@ -24,6 +27,16 @@ double GaugeFloattoDouble(std::uint8_t byte0, std::uint8_t byte1, std::uint8_t b
 // value that is not finite or whose exponent does not fit the exponent byte throws
 // RuntimeError("Overflow").
 std::string DoubletoGaugeFloat(double value);
+
+// How many bytes a dataflash value of type takes: U1 and I1 one, U2 and I2 two, F4 four, Hn and
+// Sn n (1 to 32). Nothing for any other type.
+std::optional<std::size_t> DataflashValueSize(const std::string& type);
+
+// The text of a dataflash value of type from its bytes, most significant first. U1, U2, I1, I2
+// and F4 as the calibration table shows them; Hn as "0x" and its bytes in hex; Sn as the
+// characters its first byte counts (at most n - 1), any that does not print as "\xHH". Empty
+// for a type of no known size; std::out_of_range when bytes holds fewer than the type takes.
+std::string DataflashValueText(const std::string& type, std::span<const std::uint8_t> bytes);
 
 // Upper-case hex, at least two digits.
 std::string ByteHexString(std::uint32_t value);

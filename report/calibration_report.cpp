@@ -5,7 +5,6 @@
 #include <cstdio>
 
 #include "config/app_directory.h"
-#include "config/configuration_section.h"
 #include "config/device_configuration.h"
 #include "gauge/calibration_layout.h"
 #include "gauge/dataflash_rows.h"

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "shell/mod_block.h"
 
@@ -35,6 +36,14 @@ inline constexpr std::int32_t KELD = 0;
 inline constexpr std::int32_t QUILL = 1;
 inline constexpr std::int32_t MORLIN = 2;
 inline constexpr std::int32_t KELD_PLUS = 3;
+// The families' keywords, by g_iDFType.
+inline constexpr std::array<std::string_view, 4> kFamilyNames = {"KELD", "QUILL", "MORLIN",
+                                                                 "KELD_PLUS"};
+// The keyword of a g_iDFType; empty for a value that is none of the four.
+inline std::string_view FamilyName(std::int32_t dfType) {
+  if (dfType < KELD || dfType > KELD_PLUS) return {};
+  return kFamilyNames[static_cast<std::size_t>(dfType)];
+}
 
 // Device kind and features.
 extern std::int32_t g_iDFType;

@@ -4,6 +4,7 @@
 
 #include "shell/shared_state.h"
 #include "ui/calibration_panel.h"
+#include "ui/dataflash_actions.h"
 #include "ui/plugin_folder.h"
 #include "ui/security_panel.h"
 #include "ui/sha1_calc_dialog.h"
@@ -65,6 +66,18 @@ QWidget* OmbrelayPlugin::ShowCalculator(QWidget* parent) {
   calculator->setAttribute(Qt::WA_DeleteOnClose);
   calculator->show();
   return calculator;
+}
+
+void OmbrelayPlugin::BackupDataflash(Host& host, const QString& file) {
+  ombrelay::BackupDataflash(host, platform_, file);
+}
+
+void OmbrelayPlugin::CompareDataflash(Host& host, const QString& file, QWidget* parent) {
+  ombrelay::CompareDataflash(host, platform_, file, parent);
+}
+
+void OmbrelayPlugin::RestoreDataflash(Host& host, const QString& file) {
+  ombrelay::RestoreDataflash(host, platform_, file);
 }
 
 QWidget* OmbrelayPlugin::Keep(PanelWidget* panel) {

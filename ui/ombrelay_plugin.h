@@ -33,6 +33,9 @@ class OmbrelayPlugin : public QObject, public PanelPlugin {
           callback) override;
   ConfiguredCommands CurrentCommands() const override;
   QWidget* ShowCalculator(QWidget* parent) override;
+  void BackupDataflash(Host& host, const QString& file) override;
+  void CompareDataflash(Host& host, const QString& file, QWidget* parent) override;
+  void RestoreDataflash(Host& host, const QString& file) override;
 
  private:
   // Keeps panel among those that a wait or a timer tick brings up to date.

@@ -2,6 +2,7 @@
 // What the plug-in offers the application that loads it. The application owns the bus and is
 // the panels' container: every bus call of a panel goes to the host it was made with.
 
+#include <QString>
 #include <QtPlugin>
 #include <functional>
 #include <string>
@@ -51,6 +52,13 @@ class PanelPlugin {
   // Opens the SHA-1 calculator, a window of its own over parent that needs no gauge, and gives
   // it back. It deletes itself when closed.
   virtual QWidget* ShowCalculator(QWidget* parent) = 0;
+
+  // The dataflash of the gauge on host, a MORLIN or KELD_PLUS: backed up into file, compared
+  // with the backup in file, restored from it. Each identifies the gauge afresh and tells its
+  // outcome in a box, or in a dialog over parent for a comparison that found differences.
+  virtual void BackupDataflash(Host& host, const QString& file) = 0;
+  virtual void CompareDataflash(Host& host, const QString& file, QWidget* parent) = 0;
+  virtual void RestoreDataflash(Host& host, const QString& file) = 0;
 };
 
 }  // namespace ombrelay
