@@ -3,12 +3,14 @@
 #include <initializer_list>
 #include <optional>
 
+#include "gauge/dataflash_rows.h"
+
 namespace ombrelay {
 namespace {
 
 constexpr std::int32_t kManufacturerAccess = 0x00;
-constexpr std::uint16_t kFirstRow = 0x0100;
-constexpr std::uint16_t kSecondRow = 0x0101;
+constexpr std::uint16_t kFirstRow = kFirstRowWord;
+constexpr std::uint16_t kSecondRow = kFirstRowWord + 1;
 constexpr std::int32_t kSubclassSelect = 0x77;
 // The KELD calibration block's read-back looks at this many bytes of its 64.
 constexpr std::int32_t kKeldBytesReadBack = 32;

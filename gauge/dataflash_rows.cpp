@@ -9,7 +9,7 @@
 namespace ombrelay {
 
 std::int16_t RowWord(std::int32_t row) {
-  return static_cast<std::int16_t>(0x0100 + row);
+  return static_cast<std::int16_t>(kFirstRowWord + row);
 }
 
 Status RequestRow(std::int16_t rowWord) {

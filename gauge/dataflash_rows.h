@@ -10,6 +10,8 @@
 namespace ombrelay {
 
 inline constexpr std::int16_t kRowLength = 32;
+// The word that selects row 0; row n is this plus n.
+inline constexpr std::uint16_t kFirstRowWord = 0x0100;
 
 // The word that selects row.
 std::int16_t RowWord(std::int32_t row);

@@ -4,15 +4,14 @@
 #include <array>
 #include <utility>
 
+#include "gauge/dataflash_rows.h"
 #include "shell/shared_state.h"
 
 namespace ombrelay {
 namespace {
 
-constexpr std::uint16_t kFirstRowWord = 0x0100;
 // Enough rows for every address a 16-bit signed value can give.
 constexpr std::int32_t kRowCount = 1024;
-constexpr std::int32_t kRowLength = 32;
 constexpr std::int32_t kCalibrationBlockLength = 64;
 constexpr std::int32_t kCalibrationBlockCommand = 0x58;
 

@@ -12,7 +12,6 @@ namespace ombrelay {
 namespace {
 
 constexpr std::int32_t kManufacturerAccess = 0x00;
-constexpr std::uint16_t kFirstRowWord = 0x0100;
 constexpr std::uint16_t kLastRowWord = 0x01FF;
 constexpr std::int32_t kKeldBlockCommand = 0x58;
 constexpr std::int32_t kSubclassSelectCommand = 0x77;
