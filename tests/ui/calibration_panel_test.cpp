@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -222,8 +223,9 @@ TEST_F(CalibrationPanelTest, PlotsDockSamplesWhatTheScanShowsWhileUpdatesAreOn) 
   panel->Control().tmrScan_Timer();
   panel->Refresh();
   dock.Sample();
-  ASSERT_EQ(dock.History().Samples().size(), 1u);
-  const ScanSample& sample = dock.History().Samples().front();
+  const std::size_t sampled = dock.History().Samples().size();
+  ASSERT_GE(sampled, 1u);
+  const ScanSample sample = dock.History().Samples().back();
   const auto shown = [&](const char* name) { return Find<QLineEdit>(name).text().toDouble(); };
   // Three cells on this gauge: the fourth row is disabled and stays out.
   EXPECT_EQ(sample.values[1], shown("txtCalMeasVoltage(1)") - shown("txtCalMeasVoltage(0)"));
@@ -231,6 +233,13 @@ TEST_F(CalibrationPanelTest, PlotsDockSamplesWhatTheScanShowsWhileUpdatesAreOn) 
   EXPECT_EQ(sample.values[4], shown("txtCalMeasVoltage(2)"));
   EXPECT_EQ(sample.values[7], shown("txtMeasTemp(0)"));
   EXPECT_EQ(sample.values[12], shown("txtMeasuredCurrent"));
+
+  // And on its own, once a second.
+  QElapsedTimer waited;
+  waited.start();
+  while (dock.History().Samples().size() == sampled && waited.elapsed() < 2 * PlotsDock::kSampleMs)
+    QTest::qWait(50);
+  EXPECT_GT(dock.History().Samples().size(), sampled);
 
   const QString file = QDir::temp().filePath("ombrelay-plots-test.csv");
   QString error;
