@@ -20,6 +20,8 @@
 #include <cmath>
 #include <utility>
 
+#include "shell/controls.h"
+
 namespace ombrelay {
 namespace {
 
@@ -45,13 +47,9 @@ double TimeStep(double span) {
   return kTimeSteps.back() * std::ceil(span / kTimeSteps.back() / kMostTimeTicks);
 }
 
-QString Indexed(const char* name, std::size_t index) {
-  return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
-}
-
 // A box's text, if the panel uses the box: shown and, where asked, enabled.
-std::optional<std::string> TextOf(QWidget& panel, const QString& name, bool mustBeEnabled) {
-  const auto* box = panel.findChild<QLineEdit*>(name);
+std::optional<std::string> TextOf(QWidget& panel, const std::string& name, bool mustBeEnabled) {
+  const auto* box = panel.findChild<QLineEdit*>(QString::fromStdString(name));
   if (box == nullptr || box->isHidden() || (mustBeEnabled && !box->isEnabled()))
     return std::nullopt;
   return box->text().toStdString();
@@ -61,11 +59,11 @@ ShownTexts ShownBy(QWidget& panel) {
   ShownTexts shown;
   // The panel disables the rows of cells the gauge does not have.
   for (std::size_t i = 0; i < shown.stackedCells.size(); ++i)
-    shown.stackedCells[i] = TextOf(panel, Indexed("txtCalMeasVoltage", i), true);
+    shown.stackedCells[i] = TextOf(panel, IndexedName("txtCalMeasVoltage", i), true);
   shown.battery = TextOf(panel, "txtBatMeasured", false);
   shown.pack = TextOf(panel, "txtPackMeasured", false);
   for (std::size_t i = 0; i < shown.temperatures.size(); ++i)
-    shown.temperatures[i] = TextOf(panel, Indexed("txtMeasTemp", i), false);
+    shown.temperatures[i] = TextOf(panel, IndexedName("txtMeasTemp", i), false);
   shown.current = TextOf(panel, "txtMeasuredCurrent", false);
   return shown;
 }

@@ -11,16 +11,14 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "shell/controls.h"
+
 namespace ombrelay {
 namespace {
 
 template <typename Widget>
-Widget* Find(QWidget& panel, const QString& name) {
-  return panel.findChild<Widget*>(name);
-}
-
-QString Indexed(const char* name, int index) {
-  return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+Widget* Find(QWidget& panel, const std::string& name) {
+  return panel.findChild<Widget*>(QString::fromStdString(name));
 }
 
 // Replaces the box's text key by key, so that the panel hears it as typing.
@@ -85,18 +83,18 @@ void StartContinuousUpdates(QWidget& panel) {
 
 void CalibrateAsTheBenchApplies(QWidget& panel, const sim::Measurements& applied) {
   int stack = 0;
-  for (int row = 0; row < 4; ++row) {
-    stack += applied.cellMv[static_cast<std::size_t>(row)];
-    Type(Find<QLineEdit>(panel, Indexed("txtVoltage", row)), QString::number(stack));
+  for (std::size_t row = 0; row < 4; ++row) {
+    stack += applied.cellMv[row];
+    Type(Find<QLineEdit>(panel, IndexedName("txtVoltage", row)), QString::number(stack));
   }
   Type(Find<QLineEdit>(panel, "txtBatVoltageActual"), QString::number(applied.batteryMv));
   Tick(Find<QCheckBox>(panel, "chkVoltageCal"));
-  for (int row = 0; row < 5; ++row) {
-    const QLineEdit* measured = Find<QLineEdit>(panel, Indexed("txtMeasTemp", row));
+  for (std::size_t row = 0; row < 5; ++row) {
+    const QLineEdit* measured = Find<QLineEdit>(panel, IndexedName("txtMeasTemp", row));
     if (measured == nullptr || measured->text().isEmpty()) continue;
-    const double celsius = (applied.temperatures[static_cast<std::size_t>(row)] - 2732) / 10.0;
-    Type(Find<QLineEdit>(panel, Indexed("txtActualTemp", row)), QString::number(celsius));
-    Tick(Find<QCheckBox>(panel, Indexed("chkTemp", row)));
+    const double celsius = (applied.temperatures[row] - 2732) / 10.0;
+    Type(Find<QLineEdit>(panel, IndexedName("txtActualTemp", row)), QString::number(celsius));
+    Tick(Find<QCheckBox>(panel, IndexedName("chkTemp", row)));
   }
   Press(panel, "btnCalibrate");
 }

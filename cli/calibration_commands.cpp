@@ -10,10 +10,6 @@
 namespace ombrelay::cli {
 namespace {
 
-std::string Indexed(const char* name, std::size_t index) {
-  return std::string(name) + "(" + std::to_string(index) + ")";
-}
-
 // The panel as a show of it leaves it; false, with the panel's boxes said, when start-up ended
 // in a box.
 bool StartUp(NBCal& panel, Session& session) {
@@ -59,7 +55,7 @@ bool EnterVoltagesAndTemperatures(NBCal& panel, const Options& options, Report& 
     }
     for (std::size_t row = 0; row < open; ++row) {
       if (!Type(panel.txtVoltage[row], options.cells[row])) return false;
-      report.Add(Indexed("txtVoltage", row), panel.Label1[row].Caption + ", entered (mV)",
+      report.Add(IndexedName("txtVoltage", row), panel.Label1[row].Caption + ", entered (mV)",
                  options.cells[row]);
     }
     const bool batteryRow = panel.txtBatVoltageActual.Visible && panel.txtBatVoltageActual.Enabled;
@@ -89,7 +85,7 @@ bool EnterVoltagesAndTemperatures(NBCal& panel, const Options& options, Report& 
                   panel.chkTemp[index].Caption + ")");
       return false;
     }
-    report.Add(Indexed("txtActualTemp", index), panel.chkTemp[index].Caption + ", entered (C)",
+    report.Add(IndexedName("txtActualTemp", index), panel.chkTemp[index].Caption + ", entered (C)",
                celsius);
   }
   return true;

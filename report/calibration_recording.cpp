@@ -7,10 +7,6 @@
 namespace ombrelay {
 namespace {
 
-std::string Indexed(const char* name, std::size_t index) {
-  return std::string(name) + "(" + std::to_string(index) + ")";
-}
-
 bool Ticked(const CheckBox& box) {
   return box.Visible && box.Value != 0;
 }
@@ -20,8 +16,8 @@ void VoltageTemperatureEntries(const NBCal& panel, std::vector<ReportedValue>& e
     for (std::size_t row = 0; row < panel.txtVoltage.size(); ++row) {
       const TextBox& box = panel.txtVoltage[row];
       if (box.Visible && box.Enabled)
-        entered.push_back(
-            {Indexed("txtVoltage", row), panel.Label1[row].Caption + ", entered (mV)", box.Text});
+        entered.push_back({IndexedName("txtVoltage", row),
+                           panel.Label1[row].Caption + ", entered (mV)", box.Text});
     }
     const TextBox& battery = panel.txtBatVoltageActual;
     if (battery.Visible && battery.Enabled)
@@ -29,7 +25,7 @@ void VoltageTemperatureEntries(const NBCal& panel, std::vector<ReportedValue>& e
   }
   for (std::size_t row = 0; row < panel.txtActualTemp.size(); ++row) {
     if (Ticked(panel.chkTemp[row]))
-      entered.push_back({Indexed("txtActualTemp", row),
+      entered.push_back({IndexedName("txtActualTemp", row),
                          panel.chkTemp[row].Caption + ", entered (C)",
                          panel.txtActualTemp[row].Text});
   }
@@ -58,7 +54,7 @@ std::vector<ReportedValue> MeasuredValues(const NBCal& panel) {
   for (std::size_t row = 0; row < panel.txtCalMeasVoltage.size(); ++row) {
     const TextBox& box = panel.txtCalMeasVoltage[row];
     if (box.Visible && box.Enabled)
-      shown.push_back({Indexed("txtCalMeasVoltage", row),
+      shown.push_back({IndexedName("txtCalMeasVoltage", row),
                        panel.Label1[row].Caption + ", measured (mV)", box.Text});
   }
   if (panel.txtBatMeasured.Visible)
@@ -69,8 +65,8 @@ std::vector<ReportedValue> MeasuredValues(const NBCal& panel) {
   shown.push_back({"txtMeasuredCurrent", "Current, measured (mA)", panel.txtMeasuredCurrent.Text});
   for (std::size_t row = 0; row < panel.txtMeasTemp.size(); ++row) {
     if (panel.txtMeasTemp[row].Visible)
-      shown.push_back({Indexed("txtMeasTemp", row), panel.chkTemp[row].Caption + ", measured (C)",
-                       panel.txtMeasTemp[row].Text});
+      shown.push_back({IndexedName("txtMeasTemp", row),
+                       panel.chkTemp[row].Caption + ", measured (C)", panel.txtMeasTemp[row].Text});
   }
   return shown;
 }

@@ -3,6 +3,7 @@
 // The views mirror them; what a click does is decided against these, never in a widget.
 // Positions and sizes are in twips.
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -10,6 +11,12 @@
 #include <vector>
 
 namespace ombrelay {
+
+// The name of control index of a control array, as the panels and their views call it:
+// "txtMeasTemp(2)".
+inline std::string IndexedName(const char* name, std::size_t index) {
+  return std::string(name) + "(" + std::to_string(index) + ")";
+}
 
 class Platform;
 

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "shell/controls.h"
 #include "ui/digit_boxes.h"
 #include "ui/done_mark.h"
 
@@ -105,7 +106,7 @@ DoneMark* WidgetFactory::MakeDoneMark(const Picture& control, const QString& nam
 }
 
 QString Indexed(const char* name, std::size_t index) {
-  return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+  return QString::fromStdString(IndexedName(name, index));
 }
 
 }  // namespace ombrelay
