@@ -55,8 +55,6 @@ bool EnterVoltagesAndTemperatures(NBCal& panel, const Options& options, Report& 
     }
     for (std::size_t row = 0; row < open; ++row) {
       if (!Type(panel.txtVoltage[row], options.cells[row])) return false;
-      report.Add(IndexedName("txtVoltage", row), panel.Label1[row].Caption + ", entered (mV)",
-                 options.cells[row]);
     }
     const bool batteryRow = panel.txtBatVoltageActual.Visible && panel.txtBatVoltageActual.Enabled;
     if (batteryRow && !options.battery) {
@@ -68,7 +66,6 @@ bool EnterVoltagesAndTemperatures(NBCal& panel, const Options& options, Report& 
         report.Fail("this gauge's page has no battery voltage row");
         return false;
       }
-      report.Add("txtBatVoltageActual", "Battery voltage, entered (mV)", *options.battery);
     }
     if (!Tick(panel.chkVoltageCal)) {
       report.Fail("the voltage calibration cannot be ticked");
@@ -85,8 +82,6 @@ bool EnterVoltagesAndTemperatures(NBCal& panel, const Options& options, Report& 
                   panel.chkTemp[index].Caption + ")");
       return false;
     }
-    report.Add(IndexedName("txtActualTemp", index), panel.chkTemp[index].Caption + ", entered (C)",
-               celsius);
   }
   return true;
 }
@@ -116,7 +111,6 @@ bool Enter(NBCal& panel, const Options& options, Report& report) {
         report.Fail("this gauge's page has no pack voltage calibration");
         return false;
       }
-      report.Add("txtPackActualVoltage", "Pack voltage, entered (mV)", options.entered);
       return true;
     case Command::CalibrateCurrent:
       SelectTab(panel.SStabCal, 1, [&](std::int16_t previous) { panel.SStabCal_Click(previous); });
@@ -124,7 +118,6 @@ bool Enter(NBCal& panel, const Options& options, Report& report) {
         report.Fail("the current box does not take typing");
         return false;
       }
-      report.Add("txtActualCurrent", "Current, entered (mA)", options.entered);
       return true;
     default:
       SelectTab(panel.SStabCal, 1, [&](std::int16_t previous) { panel.SStabCal_Click(previous); });
@@ -173,6 +166,8 @@ void Calibrate(Session& session, const Options& options, Report& report,
   Scan(panel);
   if (!Enter(panel, options, report)) return;
   const CalibrationKind kind = KindOf(options.command);
+  for (ReportedValue& value : EnteredValues(panel, kind))
+    report.Add(std::move(value.control), std::move(value.label), std::move(value.text));
   const CalibrationButton& calibration = ButtonOf(kind);
   CalibrationRecorder recorder(session.Operations(), session.Messages());
   recorder.Pressing(panel, kind);
