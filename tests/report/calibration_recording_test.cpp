@@ -44,7 +44,11 @@ TEST(CalibrationRecorder, TakesOnlyWhatThePressAdded) {
   EXPECT_EQ(report.changes[0], (ChangedByte{"row 0", 1, 2, 3, 3, "Cell Scale 0"}));
   ASSERT_EQ(report.entered.size(), 1u);
   EXPECT_EQ(report.entered[0].control, "txtPackActualVoltage");
+  EXPECT_EQ(report.entered[0].label, "Pack voltage, entered (mV)");
   EXPECT_EQ(report.entered[0].text, "11600");
+  ASSERT_FALSE(report.shownBefore.empty());
+  EXPECT_EQ(report.shownBefore[0].control, "txtCalMeasVoltage(0)");
+  EXPECT_EQ(report.shownBefore[0].label, "Cell 1, measured (mV)");
   EXPECT_EQ(report.family, "MORLIN");
   EXPECT_FALSE(report.done);
 }

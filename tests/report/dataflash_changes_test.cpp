@@ -75,6 +75,11 @@ TEST(DataflashChanges, KeldBlockAndQuillSubclassByOffset) {
                                           Write(0x2F, {5, 5})};
   EXPECT_EQ(DataflashChanges(keld, {KELD, kRowData}),
             (std::vector<ChangedByte>{{"block 0x58", 0, 0x10, 0x11, 0x11}}));
+  // Written again and not read back: what the gauge kept of it is not known.
+  std::vector<BusOperation> rewritten = keld;
+  rewritten.push_back(Write(0x58, {0x12, 0x20}));
+  EXPECT_EQ(DataflashChanges(rewritten, {KELD, kRowData}),
+            (std::vector<ChangedByte>{{"block 0x58", 0, 0x10, 0x12, std::nullopt}}));
 
   const std::vector<BusOperation> quill = {
       Word(0x77, 0x68),     Read(0x78, {4, 4}), Word(0x77, 0x68), Write(0x78, {4, 6}),
